@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstddef>
+#include <unordered_map>
+
+#include "vel/core/api.h"
+#include "vel/core/filepath.h"
+#include "vel/core/handle.h"
+#include "vel/core/string.h"
+#include "vel/messages/gdvariant.h"
+
+namespace vel {
+
+class XmlDocument;
+
+/// The messages of one language by key. Filled by one thread, then shared by Handle and only read, from any thread.
+///
+/// A message file:
+///
+///     <messages xmlns="com.quellin.messages/v1" xmlns:velm="com.quellin.messages/v1" language="en">
+///       <message key="kmsgLocaleName_enUS">English (United States)</message>
+///       <message key="kmsgHeading"><velm:param insert="1"/> (<velm:param insert="2"/>)</message>
+///       <message key="kmsgAlias"><velm:ref key="kmsgLocaleName_enUS"/></message>
+///     </messages>
+///
+/// White space is kept. An insert stands in the text as "%1" or as <velm:param insert="1"/>, whatever its prefix; "%%"
+/// is a per-cent sign, and so is a "%" that no digit follows. Other elements leave their text only. There is no way to
+/// show the characters of an insert: character data that spells one is one. A message that holds one velm:ref and
+/// otherwise at most white space is a reference to that message.
+class WEBI18N_API MessageTable : public RefCounted
+{
+public:
+    /// An empty table for a language tag such as "en".
+    explicit MessageTable(String language);
+    ~MessageTable() override;
+
+    const String& language() const noexcept { return m_sLanguage; }
+    std::size_t size() const noexcept { return m_tMessages.size(); }
+
+    /// Adds a file's messages; a key that is already there is replaced, a message without a key is skipped. Throws
+    /// XmlException; then the table is unchanged.
+    void load(const FilePath& file);
+    /// The same from a loaded document, which need not outlive the call.
+    void load(const XmlDocument& document);
+    /// Sets one message's text, a pattern as in a file.
+    void set(const String& key, const String& text);
+    /// Makes `key` a reference to another message.
+    void setReference(const String& key, const String& target);
+
+    /// The text message of `key`, references followed; undefined when there is none, or when references form a circle.
+    GDVariant lookUp(const String& key) const;
+    /// Resolves a value: an external message becomes the text message of its key in this table, with its inserts
+    /// resolved likewise, or undefined when there is none; every other value is returned as it is. An insert that has
+    /// no message here stays external.
+    GDVariant resolveReferences(const GDVariant& value) const;
+
+private:
+    struct Entry
+    {
+        String m_sText;
+        bool m_bReference;
+    };
+    std::unordered_map<String, Entry> m_tMessages;
+    String m_sLanguage;
+};
+
+}  // namespace vel
