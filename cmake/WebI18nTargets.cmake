@@ -1,0 +1,82 @@
+# The flags of every target, and the functions by which the folders define theirs.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+find_program(WEBI18N_CCACHE ccache)
+if(WEBI18N_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${WEBI18N_CCACHE}")
+endif()
+
+# One place for flags: a sanitised shared library needs the same flags on every program that links it.
+add_library(webi18n_flags INTERFACE)
+target_compile_options(webi18n_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(WEBI18N_SANITIZE)
+    target_compile_options(webi18n_flags INTERFACE
+        -fsanitize=${WEBI18N_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(webi18n_flags INTERFACE -fsanitize=${WEBI18N_SANITIZE})
+endif()
+if(WEBI18N_LIBFUZZER)
+    target_compile_options(webi18n_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+find_package(Threads REQUIRED)
+
+# Adds a folder of the tree that may not be there yet.
+macro(webi18n_add_folder folder)
+    if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/CMakeLists.txt")
+        add_subdirectory(${folder})
+    else()
+        message(STATUS "no ${folder} yet")
+    endif()
+endmacro()
+
+# Keeps the files of a list that exist: a folder can be built while its last files are still being written.
+function(webi18n_existing_sources result)
+    set(found "")
+    foreach(source IN LISTS ARGN)
+        if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${source}")
+            list(APPEND found "${source}")
+        else()
+            message(STATUS "no ${CMAKE_CURRENT_SOURCE_DIR}/${source} yet")
+        endif()
+    endforeach()
+    set(${result} "${found}" PARENT_SCOPE)
+endfunction()
+
+# webi18n_folder(TARGET INCLUDE_DIR SOURCES... [USES targets...])
+# An OBJECT library: compiled once, taken by the shared library, the tests of internals and the fuzz targets.
+function(webi18n_folder target includeDir)
+    cmake_parse_arguments(arg "" "" "SOURCES;USES" ${ARGN})
+    webi18n_existing_sources(sources ${arg_SOURCES})
+    if(NOT sources)
+        add_library(${target} INTERFACE)
+        target_include_directories(${target} INTERFACE "${includeDir}")
+        target_link_libraries(${target} INTERFACE webi18n_flags ${arg_USES})
+        return()
+    endif()
+    add_library(${target} OBJECT ${sources})
+    target_include_directories(${target}
+        PUBLIC "${includeDir}"
+        PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+    target_link_libraries(${target} PUBLIC webi18n_flags ${arg_USES})
+endfunction()
+
+# Every object folder of the library, for programs that need the internals.
+set(WEBI18N_OBJECT_FOLDERS vel_core vel_log vel_xml vel_messages vel_config webi18n_objects)
+
+# webi18n_test(NAME SOURCES... [FOLDERS targets...] [USES targets...] [INCLUDES dirs...])
+# A GoogleTest program on the named object folders; each of its tests becomes a ctest test.
+function(webi18n_test name)
+    cmake_parse_arguments(arg "" "" "SOURCES;FOLDERS;USES;INCLUDES;DEFINES" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support" ${arg_INCLUDES})
+    target_compile_definitions(${name} PRIVATE WEBI18N_SOURCE_DIR="${CMAKE_CURRENT_SOURCE_DIR}" ${arg_DEFINES})
+    target_link_libraries(${name} PRIVATE webi18n_flags ${arg_FOLDERS} ${arg_USES} GTest::gmock GTest::gtest_main)
+    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+endfunction()
