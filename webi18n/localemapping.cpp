@@ -1,0 +1,164 @@
+#include "webi18n/localemapping.h"
+
+#include "localemappingimpl.h"
+#include "vel/core/staticinit.h"
+#include "vel/log/logger.h"
+#include "vel/xml/xmlpath.h"
+
+namespace vel {
+
+namespace i18n_details {
+
+namespace {
+
+// Registered names; no operation makes them current.
+[[maybe_unused]] constexpr LogSource klsLocaleMapping(L"vel.i18n.localeMapping");
+[[maybe_unused]] constexpr LogSource klsLocaleMappingMapLocale(L"vel.i18n.localeMapping.mapLocale");
+constexpr LogSource klsLocaleMappingLoad(L"vel.i18n.localeMapping.load");
+constexpr LogSource klsLocaleMappingMapLanguage(L"vel.i18n.localeMapping.mapLanguage");
+constexpr const wchar_t* kPropertyFile = L"mappingFile";
+
+VEL_INIT_TABLES const XmlPath kpfMappings(L"localeMapping[@name=\"httpAcceptLanguage\"]/choose/when");
+VEL_INIT_TABLES const XmlPath kpfLocaleDefinition(L"localeDefinition");
+
+}  // namespace
+
+LocaleMappingImpl::LocaleMappingImpl(const Handle<const LocaleTagLookup>& hLocaleTagLookup)
+    : m_tDefaultLocaleTag(Locale::kUSA),
+      m_hLocaleTagLookup(hLocaleTagLookup.isNull() ? LocaleTagLookup::getInstanceHandle() : hLocaleTagLookup),
+      m_sDefaultLanguage(L"en")
+{}
+
+LocaleMappingImpl::~LocaleMappingImpl() = default;
+
+void LocaleMappingImpl::loadMappings(const String& sFile)
+{
+    const ScopedLogSource source(klsLocaleMappingLoad);
+    const ScopedLogProperty file(kPropertyFile, sFile.view());
+    XmlDocument document = XmlDocument::load(sFile);
+    std::vector<NonOwningPtr<const XmlElement>> mappings = document.root().select(kpfMappings);
+    std::vector<Target> targets;
+    LocaleRuleTree tree;
+    targets.reserve(mappings.size());
+    for (const NonOwningPtr<const XmlElement>& rule : mappings) {
+        tree.add(rule->attribute(L"matches"));
+        targets.push_back(targetOf(*rule));
+    }
+    m_vMappings.swap(mappings);
+    m_vTargets.swap(targets);
+    std::swap(m_tRuleTree, tree);
+    m_tXmlDocument = std::move(document);
+}
+
+LocaleMappingImpl::Target LocaleMappingImpl::targetOf(const XmlElement& rule)
+{
+    const auto found = rule.select(kpfLocaleDefinition, 1);
+    return found.empty() ? Target() : Target(found.front()->attribute(L"name"));
+}
+
+bool LocaleMappingImpl::isLanguageSupported(const String& sLanguage) const
+{
+    // There is no list behind it: any text counts as a language.
+    return !sLanguage.isEmpty();
+}
+
+std::pair<Locale, String> LocaleMappingImpl::mapLanguage(const Locale& rOldTag, const String& sLanguage) const
+{
+    const ScopedLogSource source(klsLocaleMappingMapLanguage);
+    if (isLanguageSupported(sLanguage)) {
+        return {rOldTag, sLanguage};
+    }
+    String language = rOldTag.getInfoAsString(Locale::kDefaultLanguage);
+    return {rOldTag, language.isEmpty() ? m_sDefaultLanguage : std::move(language)};
+}
+
+bool LocaleMappingImpl::findTarget(std::size_t rule, Locale& rLocale) const
+{
+    const Target& target = m_vTargets[rule];
+    return target && m_hLocaleTagLookup->findLocaleByDefinitionName(*target, rLocale);
+}
+
+LocaleMappingRule LocaleMappingImpl::describe(std::size_t rule) const
+{
+    return {rule, String(m_vMappings[rule]->attribute(L"matches")), m_vTargets[rule].value_or(String())};
+}
+
+/// Sets the candidate to the locale of the first rule that matches and is allowed, and returns that rule; calls
+/// `skip(rule)` for the matching rules before it.
+template <typename Skip>
+std::optional<std::size_t> LocaleMappingImpl::applyRules(const String& sLocale, Locale& candidate, Skip skip) const
+{
+    std::optional<std::size_t> applied;
+    m_tRuleTree.visitMatches(sLocale.view(), [&](std::size_t rule) {
+        if (!findTarget(rule, candidate)) {
+            skip(rule);
+            return false;
+        }
+        applied = rule;
+        return true;
+    });
+    return applied;
+}
+
+std::pair<Locale, String> LocaleMappingImpl::mapLocale(const String& sLocale, const String& sLanguage) const
+{
+    // Mapping a locale logs under the language's source, deliberately.
+    const ScopedLogSource source(klsLocaleMappingMapLanguage);
+    Locale candidate = m_tDefaultLocaleTag;
+    applyRules(sLocale, candidate, [](std::size_t) {});
+    return mapLanguage(candidate, sLanguage);
+}
+
+LocaleMappingExplanation LocaleMappingImpl::explainLocale(const String& sLocale, const String& sLanguage) const
+{
+    LocaleMappingExplanation explanation;
+    Locale candidate = m_tDefaultLocaleTag;
+    const std::optional<std::size_t> applied =
+        applyRules(sLocale, candidate, [&](std::size_t rule) { explanation.m_tSkipped.push_back(describe(rule)); });
+    if (applied) {
+        explanation.m_tRule = describe(*applied);
+    }
+    std::tie(explanation.m_tLocale, explanation.m_sLanguage) = mapLanguage(candidate, sLanguage);
+    return explanation;
+}
+
+}  // namespace i18n_details
+
+LocaleMapping::LocaleMapping() : LocaleMapping(Handle<const LocaleTagLookup>())
+{}
+
+LocaleMapping::LocaleMapping(const Handle<const LocaleTagLookup>& hLocaleTagLookup)
+    : m_pImpl(new i18n_details::LocaleMappingImpl(hLocaleTagLookup))
+{}
+
+LocaleMapping::~LocaleMapping()
+{
+    delete m_pImpl;
+}
+
+const Handle<const LocaleTagLookup>& LocaleMapping::getLocaleTagLookup() const
+{
+    return m_pImpl->getLocaleTagLookup();
+}
+
+void LocaleMapping::loadMappings(const String& sFile)
+{
+    m_pImpl->loadMappings(sFile);
+}
+
+std::pair<Locale, String> LocaleMapping::mapLanguage(const Locale& rOldTag, const String& sNewLanguage) const
+{
+    return m_pImpl->mapLanguage(rOldTag, sNewLanguage);
+}
+
+std::pair<Locale, String> LocaleMapping::mapLocale(const String& sNewLocale, const String& sNewLanguage) const
+{
+    return m_pImpl->mapLocale(sNewLocale, sNewLanguage);
+}
+
+LocaleMappingExplanation LocaleMapping::explainLocale(const String& sNewLocale, const String& sNewLanguage) const
+{
+    return m_pImpl->explainLocale(sNewLocale, sNewLanguage);
+}
+
+}  // namespace vel
