@@ -23,9 +23,11 @@ if(WEBI18N_SANITIZE)
 endif()
 if(WEBI18N_LIBFUZZER)
     target_compile_options(webi18n_flags INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(webi18n_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 find_package(Threads REQUIRED)
+include(GoogleTest)
 
 # Adds a folder of the tree that may not be there yet.
 macro(webi18n_add_folder folder)
@@ -70,13 +72,20 @@ endfunction()
 # Every object folder of the library, for programs that need the internals.
 set(WEBI18N_OBJECT_FOLDERS vel_core vel_log vel_xml vel_messages vel_config webi18n_objects)
 
-# webi18n_test(NAME SOURCES... [FOLDERS targets...] [USES targets...] [INCLUDES dirs...])
-# A GoogleTest program on the named object folders; each of its tests becomes a ctest test.
+# webi18n_test(NAME SOURCES... [FOLDERS targets...] [USES targets...] [INCLUDES dirs...] [DEFINES names...] [WHOLE])
+# A GoogleTest program on the named object folders; each of its tests becomes a ctest test of its own process, or all
+# of them one ctest test with WHOLE (where each would load the same large data again).
 function(webi18n_test name)
-    cmake_parse_arguments(arg "" "" "SOURCES;FOLDERS;USES;INCLUDES;DEFINES" ${ARGN})
+    cmake_parse_arguments(arg "WHOLE" "" "SOURCES;FOLDERS;USES;INCLUDES;DEFINES" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support" ${arg_INCLUDES})
     target_compile_definitions(${name} PRIVATE WEBI18N_SOURCE_DIR="${CMAKE_CURRENT_SOURCE_DIR}" ${arg_DEFINES})
     target_link_libraries(${name} PRIVATE webi18n_flags ${arg_FOLDERS} ${arg_USES} GTest::gmock GTest::gtest_main)
-    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+    if(arg_WHOLE)
+        add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+        set_tests_properties(${name} PROPERTIES TIMEOUT 900)
+    else()
+        gtest_discover_tests(${name} EXTRA_ARGS --gtest_brief=1 TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
+            DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 600)
+    endif()
 endfunction()
