@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+#include "vel/core/api.h"
+#include "vel/core/filepath.h"
+#include "vel/core/string.h"
+#include "vel/xml/xmlelement.h"
+#include "vel/xml/xmlexception.h"
+
+namespace vel {
+
+/// What a document may not exceed.
+struct XmlLimits
+{
+    std::size_t m_nMaxBytes = std::size_t{64}
+                              << 20;      ///< size of the file or text; default 64 MiB; over 512 MiB counts as that
+    std::size_t m_nMaxDepth = 256;        ///< nested elements, the root being 1; default 256
+    std::size_t m_nMaxAttributes = 1024;  ///< of one element, namespace declarations included; default 1,024
+};
+
+/// A loaded XML 1.0 document: an element tree of wide text in one piece of memory. Movable, not copyable; elements stay
+/// where they are when it moves. Immutable after loading: reading is safe from any thread.
+///
+/// Encoding: by byte-order mark (UTF-8, UTF-16 LE, UTF-16 BE), UTF-8 without one. Refused, with what to do about it: an
+/// encoding declaration that contradicts that, UTF-32, XML 1.1, DOCTYPE (so there are no entities but the five built-in
+/// ones), ill-formed text, anything over a limit, and a file that is no regular file. Comments and processing
+/// instructions are dropped.
+class WEBI18N_API XmlDocument
+{
+public:
+    /// An empty document, without a root.
+    XmlDocument() noexcept;
+    ~XmlDocument();
+    XmlDocument(XmlDocument&&) noexcept;
+    XmlDocument& operator=(XmlDocument&&) noexcept;
+
+    /// Reads a file. Throws XmlException (or std::bad_alloc); then nothing exists of the document.
+    static XmlDocument load(const FilePath& file, const XmlLimits& limits = {});
+    /// Reads a document from bytes in memory, which need not outlive the call. `name` stands for the file in errors.
+    static XmlDocument parse(std::string_view bytes, const XmlLimits& limits = {}, const String& name = L"(text)");
+
+    bool hasRoot() const noexcept { return m_pRoot != nullptr; }
+    /// The root element. An empty document is reported as "m_p != 0" and throws InvalidHandleException.
+    const XmlElement& root() const;
+    /// Bytes of memory that the tree takes.
+    std::size_t memoryUsed() const noexcept;
+
+private:
+    struct Storage;
+    template <typename Fill>
+    static XmlDocument read(const String& name, const XmlLimits& limits, Fill fill);
+
+    std::unique_ptr<Storage> m_pStorage;
+    const XmlElement* m_pRoot = nullptr;
+};
+
+}  // namespace vel

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "vel/xml/xmlelement.h"
+#include "xmlarena.h"
+
+namespace vel::xml_details {
+
+/// A name as the document writes it. Equal names usually, but not always, are one object.
+struct XmlName
+{
+    std::wstring_view m_sQualified;
+    std::wstring_view m_sLocal;  ///< what follows the last colon
+    std::string_view m_sUtf8;
+    bool m_bNamespace;  ///< "xmlns" or "xmlns:...": as an attribute, a namespace declaration
+};
+
+struct XmlAttribute
+{
+    const XmlName* m_pName;
+    std::wstring_view m_sValue;
+};
+
+/// An element's data; its attributes follow it in memory.
+///
+/// There are no text nodes. The document's text, all of it, is one array in document order, so the inner text of every
+/// element is one piece of that array, and the text between two children is what lies between their pieces.
+struct XmlElementNode final : XmlElement
+{
+    const XmlName* m_pName;
+    XmlElementNode* m_pFirstChild;
+    XmlElementNode* m_pNextSibling;  ///< while the element is open: its parent
+    const wchar_t* m_pText;
+    std::uint32_t m_nTextLength;
+    std::uint32_t m_nAttributes;
+    std::uint32_t m_nLine;
+    std::uint32_t m_nColumn;
+
+    XmlAttribute* attributes() noexcept { return reinterpret_cast<XmlAttribute*>(this + 1); }
+    const XmlAttribute* attributes() const noexcept { return reinterpret_cast<const XmlAttribute*>(this + 1); }
+    std::wstring_view text() const noexcept { return {m_pText, m_nTextLength}; }
+
+    static const XmlElementNode& of(const XmlElement& element) noexcept
+    {
+        return static_cast<const XmlElementNode&>(element);
+    }
+};
+
+static_assert(std::is_trivially_destructible_v<XmlElementNode> && std::is_trivially_destructible_v<XmlName>);
+
+/// What a loaded document keeps.
+struct XmlMemory
+{
+    XmlArena m_tArena;
+    std::unique_ptr<wchar_t[]> m_pText;
+    std::size_t m_nTextLength = 0;
+
+    /// For a document of `nBytes` of UTF-8. No reference or character of XML gives more characters than it has bytes,
+    /// so the text is never moved; the part of it that stays unused is never touched and so costs address space only.
+    explicit XmlMemory(std::size_t nBytes) : m_tArena(nBytes * 2), m_pText(new wchar_t[nBytes]) {}
+};
+
+}  // namespace vel::xml_details

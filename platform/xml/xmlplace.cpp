@@ -1,0 +1,76 @@
+#include "xmlplace.h"
+
+#include <emmintrin.h>
+
+#include <algorithm>
+#include <bit>
+
+namespace vel::xml_details {
+
+namespace {
+
+bool isContinuation(char byte) noexcept
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+unsigned maskOf(__m128i comparison) noexcept
+{
+    return static_cast<unsigned>(_mm_movemask_epi8(comparison));
+}
+
+/// Drops the carriage returns that a line feed follows: that line ends with the line feed.
+unsigned dropPairs(unsigned returns, const char* block) noexcept
+{
+    unsigned kept = 0;
+    for (; returns != 0; returns &= returns - 1) {
+        const int bit = std::countr_zero(returns);
+        kept |= block[bit + 1] == '\n' ? 0U : 1U << bit;
+    }
+    return kept;
+}
+
+}  // namespace
+
+XmlPlace placeOf(std::string_view text, std::size_t offset) noexcept
+{
+    offset = std::min(offset, text.size());
+    XmlPlace place{1, 1};
+    for (std::size_t i = text.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0; i < offset; ++i) {
+        const bool isPair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
+        if (text[i] == '\n' || (text[i] == '\r' && !isPair)) {
+            place = {place.m_nLine + 1, 1};
+        } else if (!isContinuation(text[i])) {
+            ++place.m_nColumn;
+        }
+    }
+    return place;
+}
+
+XmlPlaceCounter::XmlPlaceCounter(std::string_view text) noexcept
+    : m_pText(text.data()), m_nScanned(text.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0), m_nColumnBase(m_nScanned)
+{}
+
+void XmlPlaceCounter::scanBlock(std::size_t available) noexcept
+{
+    const char* const start = m_pText + m_nScanned;
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(start));
+    const unsigned valid = available >= 16 ? 0xFFFFU : (1U << available) - 1;
+    const unsigned feeds = maskOf(_mm_cmpeq_epi8(block, _mm_set1_epi8('\n'))) & valid;
+    const unsigned returns = maskOf(_mm_cmpeq_epi8(block, _mm_set1_epi8('\r'))) & valid;
+    // Continuation bytes are 0x80 to 0xBF, the lowest 64 as signed values.
+    unsigned continuations = maskOf(_mm_cmplt_epi8(block, _mm_set1_epi8(-64))) & valid;
+    const unsigned breaks = returns == 0 ? feeds : feeds | dropPairs(returns, start);
+    if (breaks != 0) {
+        const int afterLast = 32 - std::countl_zero(breaks);
+        m_nLine += static_cast<std::uint32_t>(std::popcount(breaks));
+        m_nColumnBase = m_nScanned + static_cast<std::size_t>(afterLast);
+        continuations >>= afterLast;
+    }
+    if (continuations != 0) {
+        m_nColumnBase += static_cast<std::size_t>(std::popcount(continuations));
+    }
+    m_nScanned += std::min<std::size_t>(available, 16);
+}
+
+}  // namespace vel::xml_details
