@@ -93,7 +93,8 @@ private:
         m_nCapacity = capacity;
     }
 
-    void growAndAppend(View text)
+    // Out of line: appending stays small where it is called, and GCC makes no wrong guesses about literals there.
+    [[gnu::noinline]] void growAndAppend(View text)
     {
         // A text longer than the limit would overflow the sum.
         const std::size_t nSize = text.size() < (1ULL << 31) ? m_nLength + text.size() : text.size();
