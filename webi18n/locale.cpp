@@ -57,13 +57,18 @@ void Locale::applyXmlDefinition(const XmlElement& definition)
     m_hGuts = hGuts;
 }
 
-XmlLocaleImpl& Locale::unshared()
+template <typename Change>
+void Locale::edit(Change change)
 {
     if (m_hGuts->referenceCount() > 1) {
-        m_hGuts = makeHandle<XmlLocaleImpl>(*m_hGuts);
+        // The shared one is given up last: the new value may be a reference to one of its fields.
+        const Handle<XmlLocaleImpl> hCopy = makeHandle<XmlLocaleImpl>(*m_hGuts);
+        change(*hCopy);
+        m_hGuts = hCopy;
+        return;
     }
     // Built by this class as a changeable object, and nobody else sees it.
-    return const_cast<XmlLocaleImpl&>(*m_hGuts);
+    change(const_cast<XmlLocaleImpl&>(*m_hGuts));
 }
 
 const String& Locale::definitionName() const
@@ -73,14 +78,17 @@ const String& Locale::definitionName() const
 
 void Locale::getInfo(StringInfo info, StringBufferBase& out) const
 {
-    m_hGuts->getInfo(info, out);
+    out.append(m_hGuts->info(info));
 }
 
 const String Locale::getInfoAsString(StringInfo info) const  // NOLINT(readability-const-return-type)
 {
-    StringBuffer<128> out;
-    m_hGuts->getInfo(info, out);
-    return out.toString();
+    return m_hGuts->info(info);
+}
+
+std::wstring_view Locale::getInfoView(StringInfo info) const
+{
+    return m_hGuts->info(info).view();
 }
 
 void Locale::getName(NameType type, unsigned index, StringBufferBase& out) const
@@ -137,7 +145,7 @@ int Locale::collateStrings(CollateOptions options, const String& a, const String
 
 GDVariant Locale::getLocaleMessage(Handle<const MessageTable> table) const
 {
-    const String key = getInfoAsString(kLocaleMessageName);
+    const String& key = m_hGuts->info(kLocaleMessageName);
     if (!table.isNull()) {
         GDVariant message = table->lookUp(key);
         if (!message.isUndefinedOrNull()) {
@@ -160,7 +168,7 @@ bool Locale::hasOverridingCurrencyTag() const
 void Locale::setOverridingCurrencyTag(const String& tag)
 {
     if (overridingCurrencyTag() != tag) {
-        unshared().setOverridingCurrencyTag(tag);
+        edit([&](XmlLocaleImpl& guts) { guts.setOverridingCurrencyTag(tag); });
     }
 }
 
@@ -177,7 +185,7 @@ const String& Locale::overridingDateFormat() const
 void Locale::setOverridingDateFormat(const String& format)
 {
     if (overridingDateFormat() != format) {
-        unshared().setOverridingDateFormat(format);
+        edit([&](XmlLocaleImpl& guts) { guts.setOverridingDateFormat(format); });
     }
 }
 
@@ -194,7 +202,7 @@ const String& Locale::overridingTimeFormat() const
 void Locale::setOverridingTimeFormat(const String& format)
 {
     if (overridingTimeFormat() != format) {
-        unshared().setOverridingTimeFormat(format);
+        edit([&](XmlLocaleImpl& guts) { guts.setOverridingTimeFormat(format); });
     }
 }
 
@@ -211,7 +219,7 @@ const String& Locale::overridingDecimalSeparator() const
 void Locale::setOverridingDecimalSeparator(const String& separator)
 {
     if (overridingDecimalSeparator() != separator) {
-        unshared().setOverridingDecimalSeparator(separator);
+        edit([&](XmlLocaleImpl& guts) { guts.setOverridingDecimalSeparator(separator); });
     }
 }
 
@@ -228,7 +236,7 @@ const String& Locale::overridingThousandsSeparator() const
 void Locale::setOverridingThousandsSeparator(const String& separator)
 {
     if (overridingThousandsSeparator() != separator) {
-        unshared().setOverridingThousandsSeparator(separator);
+        edit([&](XmlLocaleImpl& guts) { guts.setOverridingThousandsSeparator(separator); });
     }
 }
 
@@ -250,7 +258,7 @@ Locale::DateOrder Locale::overridingDateOrdering() const
 void Locale::setOverridingDateInputFormat(const String& dateSeparator, DateOrder order)
 {
     if (overridingDateSeparator() != dateSeparator || overridingDateOrdering() != order) {
-        unshared().setOverridingDateInputFormat(dateSeparator, order);
+        edit([&](XmlLocaleImpl& guts) { guts.setOverridingDateInputFormat(dateSeparator, order); });
     }
 }
 
@@ -272,7 +280,7 @@ Locale::ClockIs24Hours Locale::overriding24Hours() const
 void Locale::setOverridingTimeInputFormat(const String& timeSeparator, ClockIs24Hours clock)
 {
     if (overridingTimeSeparator() != timeSeparator || overriding24Hours() != clock) {
-        unshared().setOverridingTimeInputFormat(timeSeparator, clock);
+        edit([&](XmlLocaleImpl& guts) { guts.setOverridingTimeInputFormat(timeSeparator, clock); });
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -38,8 +39,10 @@ class XmlLocaleImpl;
 class WEBI18N_API Locale
 {
 public:
+    // Every enumeration has a fixed type: hosts cast stored numbers to them, and what lies outside is dealt with.
+
     /// The string properties. Their names in definitions are in the table stringInfoMap().
-    enum StringInfo
+    enum StringInfo : unsigned
     {
         kDateShortFormat = 0,
         kDateLongFormat = 1,
@@ -68,7 +71,7 @@ public:
     };
 
     /// The name lists. The spellings are the ones that definitions and hosts use.
-    enum NameType
+    enum NameType : unsigned
     {
         kNominitiveMonth = 0,
         kGenetiveMonth = 1,
@@ -81,7 +84,7 @@ public:
         kNameTypeEnd_ = 8
     };
 
-    enum DateOrder
+    enum DateOrder : unsigned
     {
         kMDY = 0,
         kDMY = 1,
@@ -89,20 +92,20 @@ public:
         kDateOrderEnd_ = 3  ///< no order, or an invalid one
     };
 
-    enum Mapping
+    enum Mapping : unsigned
     {
         kLowerCase = 0,
         kUpperCase = 1
     };
 
-    enum ClockIs24Hours
+    enum ClockIs24Hours : unsigned
     {
         kNotDefined24HR = 0,
         kIs24HR = 1,
         kIs12HR = 2
     };
 
-    enum CollateOptions
+    enum CollateOptions : unsigned
     {
         kCollateNoCase = 0,
         kCollateCase = 1
@@ -132,6 +135,8 @@ public:
     /// kStringInfoEnd_.
     void getInfo(StringInfo info, StringBufferBaseTemplate<wchar_t>& out) const;
     const String getInfoAsString(StringInfo info) const;  // NOLINT(readability-const-return-type)
+    /// The same without a copy: valid while this Locale is neither changed nor destroyed.
+    std::wstring_view getInfoView(StringInfo info) const;
 
     /// Appends one name: months by index 0 to 11, days by index 0 (Monday) to 6. Indexes past the locale's own list
     /// fall back to the full English names, where day 0 is Sunday; indexes past that append nothing.
@@ -229,8 +234,9 @@ public:
     static const StringEnumMap<DateOrder>& dateOrderMap() noexcept;
 
 private:
-    // For changing: a copy of its own when others share the implementation.
-    i18n_details::XmlLocaleImpl& unshared();
+    // Calls change(implementation) on this Locale's own implementation, a copy when others share it.
+    template <typename Change>
+    void edit(Change change);
 
     Handle<const i18n_details::XmlLocaleImpl> m_hGuts;
 };
