@@ -36,7 +36,8 @@ public:
     void applyXmlDefinition(const XmlElement& definition);
 
     const String& definitionName() const noexcept { return m_sDefinitionName.get(); }
-    void getInfo(Locale::StringInfo info, StringBufferBase& out) const;
+    /// The string property with the user's overrides applied.
+    const String& info(Locale::StringInfo info) const noexcept;
     void getName(Locale::NameType type, unsigned index, StringBufferBase& out) const;
     void getAllNames(Locale::NameType type, std::vector<String>& out) const;
     Locale::DateOrder getDateOrder() const noexcept;

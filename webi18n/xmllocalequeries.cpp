@@ -52,10 +52,10 @@ const String* XmlLocaleImpl::overrideOf(Locale::StringInfo info) const noexcept
     }
 }
 
-void XmlLocaleImpl::getInfo(Locale::StringInfo info, StringBufferBase& out) const
+const String& XmlLocaleImpl::info(Locale::StringInfo info) const noexcept
 {
     const String* overriding = overrideOf(info);
-    out.append(overriding == nullptr || overriding->isEmpty() ? stored(info) : *overriding);
+    return overriding == nullptr || overriding->isEmpty() ? stored(info) : *overriding;
 }
 
 Locale::DateOrder XmlLocaleImpl::getDateOrder() const noexcept

@@ -1,0 +1,370 @@
+#include "webi18n/parsedatetime.h"
+
+#include <cwctype>
+
+#include "fractions.h"
+#include "vel/core/nocasecompare.h"
+
+// Typed dates and times, in stages: read a run of digits, classify what follows it, decide by the slot that is next,
+// store the field; at the end put the fields right that depend on each other.
+
+namespace vel {
+
+namespace {
+
+using i18n_details::kMaxFractionDigits;
+using i18n_details::scaleToNanoseconds;
+
+// A field order has a letter a slot: Y, M, D, h, m, s; the f of the fraction is read with its second and never reached.
+constexpr const wchar_t* kpOrders[] = {L"MDYhmsf", L"DMYhmsf", L"YMDhmsf", L""};
+// Month first unless the locale is year-first.
+constexpr const wchar_t* kpOrdersYearMonth[] = {L"MYDhmsf", L"MYDhmsf", L"YMDhmsf", L""};
+// Month first in a year-first locale too.
+constexpr const wchar_t* kpOrdersMonthDay[] = {L"MDYhmsf", L"DMYhmsf", L"MDYhmsf", L""};
+
+constexpr unsigned kSlots = 6;
+constexpr unsigned kFirstDateSlot = 0;
+constexpr unsigned kLastDateSlot = 2;
+constexpr unsigned kFirstTimeSlot = 3;
+
+/// What follows a run of digits.
+enum FieldSeparator
+{
+    kNone = 0,
+    kTimeSeparator = 1,
+    kDateSeparator = 2,
+    kDecimalSeparator = 4  // never produced: the seconds look for their fraction themselves
+};
+
+/// What became of a run.
+enum Decision
+{
+    kTaken,
+    kReadAgain,  // the slot was wrong for it and has been changed
+    kFailed
+};
+
+/// A run of digits as it is written.
+struct DigitRun
+{
+    std::size_t m_nDigits;
+    std::uint32_t m_nValue;  // wraps
+};
+
+/// What the parse reads from the locale.
+struct TypedConventions
+{
+    explicit TypedConventions(const Locale& locale)
+        : m_sAM(locale.getInfoView(Locale::kAM)),
+          m_sPM(locale.getInfoView(Locale::kPM)),
+          m_sTimeSeparator(locale.getInfoView(Locale::kTimeSeparator)),
+          m_sDateSeparator(locale.getInfoView(Locale::kDateSeparator))
+    {}
+
+    std::wstring_view m_sAM;
+    std::wstring_view m_sPM;
+    std::wstring_view m_sTimeSeparator;
+    std::wstring_view m_sDateSeparator;
+};
+
+bool isDigit(wchar_t character) noexcept
+{
+    return character >= L'0' && character <= L'9';
+}
+
+std::uint32_t digitValue(wchar_t character) noexcept
+{
+    return static_cast<std::uint32_t>(character) - static_cast<std::uint32_t>(L'0');
+}
+
+bool isAlphabetic(wchar_t character) noexcept
+{
+    // What is a letter in ASCII is one in every C locale; the C library is asked for the rest.
+    if (character >= 0 && character < 0x80) {
+        return (character | 0x20) >= L'a' && (character | 0x20) <= L'z';
+    }
+    return std::iswalpha(static_cast<wint_t>(character)) != 0;
+}
+
+bool startsWithNoCase(std::wstring_view text, std::wstring_view marker) noexcept
+{
+    return text.size() >= marker.size() && compareNoCase(text.substr(0, marker.size()), marker) == 0;
+}
+
+const wchar_t* chooseOrder(Locale::DateOrder order, unsigned expected) noexcept
+{
+    const unsigned dateFields = expected & ParseDateTime::kDate;
+    if (dateFields == ParseDateTime::kYearMonth) {
+        return kpOrdersYearMonth[order];
+    }
+    return dateFields == ParseDateTime::kMonthDay ? kpOrdersMonthDay[order] : kpOrders[order];
+}
+
+class TypedParse
+{
+public:
+    TypedParse(std::wstring_view text, const Locale& locale, unsigned expected, DateTime& out)
+        : m_sText(text),
+          m_tConventions(locale),
+          m_pOrder(chooseOrder(locale.getDateOrder(), expected)),
+          m_nSlot((expected & ParseDateTime::kDate) != 0 ? kFirstDateSlot : kFirstTimeSlot),
+          m_tOut(out)
+    {}
+
+    unsigned run()
+    {
+        while (m_nPosition < m_sText.size()) {
+            if (!isDigit(m_sText[m_nPosition])) {
+                skipNonDigit();
+            } else if (!takeRun()) {
+                return ParseDateTime::kParseError;
+            }
+        }
+        finishHour();
+        finishDayWithoutMonth();
+        finishYear();
+        return m_nFound;
+    }
+
+private:
+    struct Marker
+    {
+        std::wstring_view m_sText;
+        bool m_bPM;
+    };
+
+    /// The character at the position, the terminating zero at the end.
+    wchar_t nextCharacter() const noexcept { return m_nPosition < m_sText.size() ? m_sText[m_nPosition] : L'\0'; }
+    bool isFound(unsigned field) const noexcept { return (m_nFound & field) != 0; }
+    void advance() noexcept { m_nSlot = (m_nSlot + 1) % kSlots; }
+
+    /// A word is skipped letter by letter; one that begins with a marker sets its flag, deliberately ("amber").
+    void skipNonDigit() noexcept
+    {
+        if (!isAlphabetic(m_sText[m_nPosition])) {
+            ++m_nPosition;
+            return;
+        }
+        const Marker markers[] = {{m_tConventions.m_sPM, true},
+                                  {m_tConventions.m_sAM, false},
+                                  {L"PM", true},
+                                  {L"AM", false},
+                                  {L"P.M.", true},
+                                  {L"A.M.", false}};
+        const std::wstring_view rest = m_sText.substr(m_nPosition);
+        for (const Marker& each : markers) {
+            if (!each.m_sText.empty() && startsWithNoCase(rest, each.m_sText)) {
+                (each.m_bPM ? m_bPMSeen : m_bAMSeen) = true;
+                m_nPosition += each.m_sText.size();
+                return;
+            }
+        }
+        ++m_nPosition;
+    }
+
+    DigitRun readRun() noexcept
+    {
+        DigitRun run{0, 0};
+        for (; m_nPosition < m_sText.size() && isDigit(m_sText[m_nPosition]); ++m_nPosition) {
+            run.m_nValue = run.m_nValue * 10 + digitValue(m_sText[m_nPosition]);
+            ++run.m_nDigits;
+        }
+        return run;
+    }
+
+    /// What stands at the position, behind a run. An empty separator of the locale matches everywhere.
+    FieldSeparator classify() const noexcept
+    {
+        if (m_pOrder[m_nSlot] == L's') {
+            return kTimeSeparator;
+        }
+        const wchar_t next = nextCharacter();
+        const std::wstring_view rest = m_sText.substr(m_nPosition);
+        if (next == L':' || rest.starts_with(m_tConventions.m_sTimeSeparator)) {
+            return kTimeSeparator;
+        }
+        if (next == L'/' || next == L'-' || next == L'.' || rest.starts_with(m_tConventions.m_sDateSeparator)) {
+            return kDateSeparator;
+        }
+        return kNone;
+    }
+
+    bool takeRun() noexcept
+    {
+        const DigitRun run = readRun();
+        Decision decision = decide(run, classify());
+        while (decision == kReadAgain) {
+            decision = decide(run, classify());
+        }
+        return decision == kTaken;
+    }
+
+    Decision decide(const DigitRun& run, FieldSeparator separator) noexcept
+    {
+        if (run.m_nDigits > 2) {
+            return separator == kTimeSeparator ? kFailed : applyYearRule(run);
+        }
+        if (separator == kDateSeparator && run.m_nValue >= 32) {
+            return applyYearRule(run);
+        }
+        if (run.m_nValue > 60) {
+            return separator == kTimeSeparator ? kFailed : applyYearRule(run);
+        }
+        return m_nSlot < kFirstTimeSlot ? decideDate(run, separator) : decideTime(run, separator);
+    }
+
+    /// A run that can only be a year. As the first value it makes the date year-first.
+    Decision applyYearRule(const DigitRun& run) noexcept
+    {
+        if (m_nSlot == kFirstDateSlot) {
+            m_pOrder = kpOrders[Locale::kYMD];
+        }
+        return takeYear(run);
+    }
+
+    Decision decideDate(const DigitRun& run, FieldSeparator separator) noexcept
+    {
+        if (separator == kTimeSeparator) {
+            m_nSlot = kFirstTimeSlot;
+            return kReadAgain;
+        }
+        if (separator == kDateSeparator && m_nSlot == kLastDateSlot) {
+            return kFailed;
+        }
+        switch (m_pOrder[m_nSlot]) {
+        case L'D':
+            return run.m_nValue == 0 || run.m_nValue >= 32 ? kFailed : take(run, ParseDateTime::kDay, m_tOut.m_nDay);
+        case L'M':
+            return run.m_nValue == 0 || run.m_nValue > 12 ? kFailed : take(run, ParseDateTime::kMonth, m_tOut.m_nMonth);
+        default:
+            return takeYear(run);
+        }
+    }
+
+    Decision decideTime(const DigitRun& run, FieldSeparator separator) noexcept
+    {
+        // Behind the seconds the separator is never a date's.
+        if (separator == kDateSeparator) {
+            m_nSlot = kFirstDateSlot;
+            return kReadAgain;
+        }
+        switch (m_pOrder[m_nSlot]) {
+        case L'h':  // 24 is an hour, on purpose
+            return run.m_nValue > 24 ? kFailed : take(run, ParseDateTime::kHour, m_tOut.m_nHour);
+        case L'm':
+            return run.m_nValue > 59 ? kFailed : take(run, ParseDateTime::kMinute, m_tOut.m_nMinute);
+        default:
+            return takeSecond(run);
+        }
+    }
+
+    /// Stores a field of 16 bits that was not found yet.
+    Decision take(const DigitRun& run, unsigned field, std::uint16_t& target) noexcept
+    {
+        if (isFound(field)) {
+            return kFailed;
+        }
+        target = static_cast<std::uint16_t>(run.m_nValue);
+        m_nFound |= field;
+        advance();
+        return kTaken;
+    }
+
+    Decision takeYear(const DigitRun& run) noexcept
+    {
+        if (isFound(ParseDateTime::kYear)) {
+            return kFailed;
+        }
+        m_tOut.m_nYear = static_cast<std::int16_t>(run.m_nValue);
+        m_nYearDigits = run.m_nDigits;
+        m_nFound |= ParseDateTime::kYear;
+        advance();
+        return kTaken;
+    }
+
+    Decision takeSecond(const DigitRun& run) noexcept
+    {
+        if (run.m_nValue > 59 || take(run, ParseDateTime::kSecond, m_tOut.m_nSecond) == kFailed) {
+            return kFailed;
+        }
+        m_tOut.m_nFraction = 0;
+        const wchar_t next = nextCharacter();
+        if (next != L'.' && next != L',') {
+            return kTaken;
+        }
+        ++m_nPosition;
+        return m_nPosition == m_sText.size() ? kTaken : takeFraction();
+    }
+
+    /// The character behind the separator counts as a digit whatever it is: this is required, its value just wraps.
+    Decision takeFraction() noexcept
+    {
+        const std::uint32_t first = digitValue(m_sText[m_nPosition++]);
+        std::uint32_t value = first;
+        std::size_t digits = 1;
+        for (; m_nPosition < m_sText.size() && isDigit(m_sText[m_nPosition]); ++m_nPosition) {
+            value = value * 10 + digitValue(m_sText[m_nPosition]);
+            ++digits;
+        }
+        if (digits > kMaxFractionDigits) {
+            return kFailed;
+        }
+        m_tOut.m_nFraction = scaleToNanoseconds(value, digits);
+        m_nFound |= ParseDateTime::kNanoseconds;
+        return kTaken;
+    }
+
+    /// 12 PM stays 12, 12 AM is 0, 0 PM is 12, 13 PM stays 13. With both markers 12 becomes 0.
+    void finishHour() noexcept
+    {
+        if (!isFound(ParseDateTime::kHour)) {
+            return;
+        }
+        if (m_bPMSeen && m_tOut.m_nHour < 12) {
+            m_tOut.m_nHour = static_cast<std::uint16_t>(m_tOut.m_nHour + 12);
+        } else if (m_bAMSeen && m_tOut.m_nHour == 12) {
+            m_tOut.m_nHour = 0;
+        }
+    }
+
+    /// "12 2005" in a day-first locale is December 2005.
+    void finishDayWithoutMonth() noexcept
+    {
+        const unsigned dateFields = m_nFound & ParseDateTime::kDate;
+        if (dateFields != (ParseDateTime::kYear | ParseDateTime::kDay) || m_tOut.m_nDay > 12) {
+            return;
+        }
+        m_tOut.m_nMonth = m_tOut.m_nDay;
+        m_tOut.m_nDay = 0;
+        m_nFound ^= ParseDateTime::kDay | ParseDateTime::kMonth;
+    }
+
+    /// A year of one or two digits: up to 62 in the 2000s, else in the 1900s.
+    void finishYear() noexcept
+    {
+        if (isFound(ParseDateTime::kYear) && m_nYearDigits <= 2) {
+            m_tOut.m_nYear = static_cast<std::int16_t>(m_tOut.m_nYear + (m_tOut.m_nYear <= 62 ? 2000 : 1900));
+        }
+    }
+
+    std::wstring_view m_sText;
+    TypedConventions m_tConventions;
+    const wchar_t* m_pOrder;
+    unsigned m_nSlot;
+    DateTime& m_tOut;
+    std::size_t m_nPosition = 0;
+    unsigned m_nFound = ParseDateTime::kParseError;
+    std::size_t m_nYearDigits = 0;
+    bool m_bPMSeen = false;
+    bool m_bAMSeen = false;
+};
+
+}  // namespace
+
+ParseDateTime::Fields ParseDateTime::parse(std::wstring_view text, const Locale& locale, Fields expected, DateTime& out)
+{
+    out.clear();
+    return static_cast<Fields>(TypedParse(text, locale, expected, out).run());
+}
+
+}  // namespace vel
