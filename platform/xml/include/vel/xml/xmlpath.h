@@ -9,7 +9,7 @@
 namespace vel {
 
 /// A compiled path of element names with "/" steps and `[@attribute="value"]` predicates, several of which may follow
-/// one name. Names are local names, matched exactly; attribute values compare exactly. Quotes are ' or ". White space
+/// one name. Names are local names, matched exactly; attribute values compare exactly. Quotes are single or double. White space
 /// around names, steps and inside predicates is not accepted. A value; usable from any thread.
 ///
 ///     Currencies/Currency
