@@ -48,7 +48,7 @@ std::size_t hashName(std::string_view name) noexcept
 
 }  // namespace
 
-const XmlName* XmlNames::intern(const char* utf8)
+const XmlName* XmlNames::lookUp(const char* utf8)
 {
     const std::string_view name(utf8);
     const std::size_t hash = hashName(name);
@@ -58,11 +58,11 @@ const XmlName* XmlNames::intern(const char* utf8)
         if (slot.m_pName == nullptr) {
             break;
         }
-        if (slot.m_nHash == hash && slot.m_pName->m_sUtf8 == name) {
+        if (slot.m_nHash == hash && name == std::string_view(slot.m_pName->m_pUtf8, slot.m_pName->m_nUtf8Size)) {
             return slot.m_pName;
         }
     }
-    const XmlName* const created = create(name);
+    const XmlName* const created = create(utf8, name.size());
     if (++m_nUsed * 2 > m_tSlots.size()) {
         grow();
     }
@@ -70,17 +70,16 @@ const XmlName* XmlNames::intern(const char* utf8)
     return created;
 }
 
-const XmlName* XmlNames::create(std::string_view utf8)
+const XmlName* XmlNames::create(const char* utf8, std::size_t size)
 {
-    char* const bytes = static_cast<char*>(m_tArena.allocate(utf8.size()));
-    std::memcpy(bytes, utf8.data(), utf8.size());
-    wchar_t* const wide = m_tArena.reserveText(utf8.size());
-    const std::wstring_view qualified(wide, widen(bytes, utf8.size(), wide));
+    char* const bytes = static_cast<char*>(m_tArena.allocate(size + 1));
+    std::memcpy(bytes, utf8, size + 1);
+    wchar_t* const wide = m_tArena.reserveText(size);
+    const std::wstring_view qualified(wide, widen(bytes, size, wide));
     m_tArena.commitText(qualified.size());
     const std::wstring_view local = qualified.substr(qualified.rfind(L':') + 1);
     const bool isNamespace = qualified == L"xmlns" || qualified.starts_with(L"xmlns:");
-    return new (m_tArena.allocate(sizeof(XmlName)))
-        XmlName{qualified, local, std::string_view(bytes, utf8.size()), isNamespace};
+    return new (m_tArena.allocate(sizeof(XmlName))) XmlName{qualified, local, bytes, size, isNamespace};
 }
 
 void XmlNames::grow()

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "xmlnode.h"
@@ -15,8 +16,11 @@ class XmlNames
 public:
     explicit XmlNames(XmlArena& arena) : m_tArena(arena), m_tSlots(kInitialSlots) {}
 
-    /// The name of a zero-terminated, well-formed UTF-8 text.
-    const XmlName* intern(const char* utf8);
+    /// The name of a zero-terminated, well-formed UTF-8 text. `guess`: a name that it may well be again, or null.
+    const XmlName* intern(const char* utf8, const XmlName* guess)
+    {
+        return guess != nullptr && std::strcmp(guess->m_pUtf8, utf8) == 0 ? guess : lookUp(utf8);
+    }
 
 private:
     struct Slot
@@ -27,7 +31,8 @@ private:
     static constexpr std::size_t kInitialSlots = 64;
     static constexpr std::size_t kProbes = 16;
 
-    const XmlName* create(std::string_view utf8);
+    const XmlName* lookUp(const char* utf8);
+    const XmlName* create(const char* utf8, std::size_t size);
     void grow();
     void place(const Slot& slot) noexcept;
 

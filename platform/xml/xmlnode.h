@@ -15,7 +15,8 @@ struct XmlName
 {
     std::wstring_view m_sQualified;
     std::wstring_view m_sLocal;  ///< what follows the last colon
-    std::string_view m_sUtf8;
+    const char* m_pUtf8;         ///< the qualified one, zero-terminated
+    std::size_t m_nUtf8Size;
     bool m_bNamespace;  ///< "xmlns" or "xmlns:...": as an attribute, a namespace declaration
 };
 

@@ -19,6 +19,16 @@ unsigned maskOf(__m128i comparison) noexcept
     return static_cast<unsigned>(_mm_movemask_epi8(comparison));
 }
 
+/// For masks with few bits, without a processor that counts them.
+std::uint32_t countBits(unsigned mask) noexcept
+{
+    std::uint32_t count = 0;
+    for (; mask != 0; mask &= mask - 1) {
+        ++count;
+    }
+    return count;
+}
+
 /// Drops the carriage returns that a line feed follows: that line ends with the line feed.
 unsigned dropPairs(unsigned returns, const char* block) noexcept
 {
@@ -63,12 +73,12 @@ void XmlPlaceCounter::scanBlock(std::size_t available) noexcept
     const unsigned breaks = returns == 0 ? feeds : feeds | dropPairs(returns, start);
     if (breaks != 0) {
         const int afterLast = 32 - std::countl_zero(breaks);
-        m_nLine += static_cast<std::uint32_t>(std::popcount(breaks));
+        m_nLine += countBits(breaks);
         m_nColumnBase = m_nScanned + static_cast<std::size_t>(afterLast);
         continuations >>= afterLast;
     }
     if (continuations != 0) {
-        m_nColumnBase += static_cast<std::size_t>(std::popcount(continuations));
+        m_nColumnBase += countBits(continuations);
     }
     m_nScanned += std::min<std::size_t>(available, 16);
 }

@@ -116,7 +116,7 @@ void XmlTreeBuilder::start(const XML_Char* name, const XML_Char** attributes)
                             std::to_wstring(m_tLimits.m_nMaxDepth) + L": make the document flatter");
     }
     XmlElementNode* const node = createNode(m_tPlaces.at(offset), attributes);
-    node->m_pName = m_tNames.intern(name);
+    node->m_pName = m_tNames.intern(name, m_pLastClosed == nullptr ? nullptr : m_pLastClosed->m_pName);
     link(node);
 }
 
@@ -139,8 +139,11 @@ XmlElementNode* XmlTreeBuilder::createNode(const XmlPlace& place, const XML_Char
     node->m_nAttributes = static_cast<std::uint32_t>(count);
     node->m_nLine = place.m_nLine;
     node->m_nColumn = place.m_nColumn;
+    // Siblings tend to carry the same attributes in the same order.
+    const std::size_t guesses = m_pLastClosed == nullptr ? 0 : m_pLastClosed->m_nAttributes;
     for (std::size_t i = 0; i < count; ++i) {
-        const XmlName* const name = m_tNames.intern(attributes[2 * i]);
+        const XmlName* const guess = i < guesses ? m_pLastClosed->attributes()[i].m_pName : nullptr;
+        const XmlName* const name = m_tNames.intern(attributes[2 * i], guess);
         new (node->attributes() + i) XmlAttribute{name, copyValue(attributes[2 * i + 1])};
     }
     return node;
