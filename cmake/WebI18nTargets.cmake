@@ -30,6 +30,8 @@ if(WEBI18N_LIBFUZZER)
     target_link_options(webi18n_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# What one folder finds, all folders that link its objects need.
+set(CMAKE_FIND_PACKAGE_TARGETS_GLOBAL ON)
 find_package(Threads REQUIRED)
 include(GoogleTest)
 
