@@ -1,0 +1,176 @@
+#include <expat.h>
+#include <libxml/parser.h>
+#include <malloc.h>
+
+#include <cstdio>
+#include <fstream>
+#include <memory>
+#include <stdexcept>
+
+#include "childprocess.h"
+#include "rows.h"
+#include "vel/config/configreader.h"
+#include "vel/xml/xmldocument.h"
+
+// Loading the whole pack, beside the least that any loader has to do (parsing the file with expat and dropping what it
+// reports) and beside a general tree builder. Clearing away is not counted, for nobody.
+
+namespace bench {
+
+namespace {
+
+constexpr double kMebibyte = 1024.0 * 1024.0;
+
+void XMLCALL ignoreStart(void* /*user*/, const XML_Char* /*name*/, const XML_Char** /*attributes*/)
+{}
+
+void XMLCALL ignoreEnd(void* /*user*/, const XML_Char* /*name*/)
+{}
+
+void XMLCALL ignoreText(void* /*user*/, const XML_Char* /*text*/, int /*length*/)
+{}
+
+std::string readFile(const std::string& name)
+{
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(name.c_str(), "rb"), std::fclose);
+    if (!file || std::fseek(file.get(), 0, SEEK_END) != 0) {
+        throw std::runtime_error(name + ": cannot be read");
+    }
+    std::string bytes(static_cast<std::size_t>(std::ftell(file.get())), '\0');
+    std::rewind(file.get());
+    if (std::fread(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) {
+        throw std::runtime_error(name + ": cannot be read");
+    }
+    return bytes;
+}
+
+using ExpatParser = std::unique_ptr<XML_ParserStruct, void (*)(XML_Parser)>;
+
+/// Reads the file and lets expat walk over it, with handlers that do nothing.
+ExpatParser parseBare(const std::string& name)
+{
+    const std::string bytes = readFile(name);
+    ExpatParser parser(XML_ParserCreate(nullptr), XML_ParserFree);
+    XML_SetElementHandler(parser.get(), ignoreStart, ignoreEnd);
+    XML_SetCharacterDataHandler(parser.get(), ignoreText);
+    if (XML_Parse(parser.get(), bytes.data(), static_cast<int>(bytes.size()), XML_TRUE) != XML_STATUS_OK) {
+        throw std::runtime_error(name + ": expat cannot parse it");
+    }
+    return parser;
+}
+
+using LibxmlTree = std::unique_ptr<xmlDoc, void (*)(xmlDocPtr)>;
+
+LibxmlTree parseWithLibxml(const std::string& name)
+{
+    LibxmlTree tree(
+        xmlReadFile(name.c_str(), nullptr, XML_PARSE_HUGE | XML_PARSE_NONET | XML_PARSE_NOWARNING | XML_PARSE_NOERROR),
+        xmlFreeDoc);
+    if (!tree) {
+        throw std::runtime_error(name + ": libxml2 cannot parse it");
+    }
+    return tree;
+}
+
+/// The first run of each `work` in a process, one process a batch.
+template <typename Work>
+Batch inFreshProcess(Work work)
+{
+    const Batch once = building(std::move(work));
+    return [once](std::size_t) { return inChildProcess([&] { return once(1); }); };
+}
+
+/// Bytes of memory in use by the allocator.
+double heapInUse()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd);
+}
+
+/// Bytes of this process that lie in memory.
+double residentSet()
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.rfind("VmRSS:", 0) == 0) {
+            return std::stod(line.substr(6)) * 1024;
+        }
+    }
+    throw std::runtime_error("/proc/self/status: no VmRSS");
+}
+
+/// What holding a catalogue with the pack adds to `measured`, in a process of its own.
+Batch costOfHolding(const Data& data, double (*measured)())
+{
+    return [data, measured](std::size_t) {
+        return inChildProcess([&] {
+            const vel::Handle<const vel::ConfigReader> config = packConfiguration(data);
+            malloc_trim(0);
+            const double before = measured();
+            const vel::Handle<const vel::LocaleTagLookup> catalogue = loadCatalogue(data, *config);
+            malloc_trim(0);
+            return measured() - before;
+        });
+    };
+}
+
+auto loading(const Data& data)
+{
+    return [data, config = packConfiguration(data)] { return loadCatalogue(data, *config); };
+}
+
+auto bareParse(const Data& data)
+{
+    return [file = data.m_sDefinitions] { return parseBare(file); };
+}
+
+auto libxmlTree(const Data& data)
+{
+    return [file = data.m_sDefinitions] { return parseWithLibxml(file); };
+}
+
+void addColdRows(std::vector<Situation>& rows, const Data& data)
+{
+    rows.push_back({"load the pack, first time in a process", "expat, empty handlers", {}, [data] {
+                        return Contest{inFreshProcess(loading(data)), inFreshProcess(bareParse(data)), 1};
+                    }});
+    rows.push_back({"load the pack, first time in a process, tree", "libxml2 tree", {}, [data] {
+                        return Contest{inFreshProcess(loading(data)), inFreshProcess(libxmlTree(data)), 1};
+                    }});
+}
+
+void addMemoryRows(std::vector<Situation>& rows, const Data& data)
+{
+    const Target underSixMebibytes{Target::kOursBelow, 6 * kMebibyte};
+    rows.push_back({"memory of the catalogue: resident set", "", underSixMebibytes,
+                    [data] {
+                        return Contest{costOfHolding(data, residentSet), {}, 1};
+                    },
+                    kBytes});
+    rows.push_back({"memory of the catalogue: heap in use", "", underSixMebibytes,
+                    [data] {
+                        return Contest{costOfHolding(data, heapInUse), {}, 1};
+                    },
+                    kBytes});
+}
+
+}  // namespace
+
+void addCatalogueRows(std::vector<Situation>& rows, const Data& data)
+{
+    // Before the warm rows: what they leave to the allocator would make the first time look warm.
+    addColdRows(rows, data);
+    addMemoryRows(rows, data);
+    rows.push_back({"load the pack into the catalogue", "expat, empty handlers", {Target::kRatioAtLeast, 0.5}, [data] {
+                        return Contest{building(loading(data)), building(bareParse(data))};
+                    }});
+    rows.push_back({"load the pack into the catalogue, tree", "libxml2 tree", {Target::kRatioAtLeast, 1.5}, [data] {
+                        return Contest{building(loading(data)), building(libxmlTree(data))};
+                    }});
+    rows.push_back({"XML tree of the pack alone", "expat, empty handlers", {}, [data] {
+                        return Contest{building([data] { return vel::XmlDocument::load(data.definitions()); }),
+                                       building(bareParse(data))};
+                    }});
+}
+
+}  // namespace bench

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "harness.h"
+#include "vel/core/handle.h"
+#include "vel/core/string.h"
+#include "webi18n/localetaglookup.h"
+
+namespace bench {
+
+/// The files that the rows read.
+struct Data
+{
+    std::string m_sDefinitions;  ///< the pack's localedefinitions.xml
+    std::string m_sLists;        ///< its localelists.xml
+    std::string m_sMapping;      ///< its localemapping.xml
+    std::string m_sHeaders;      ///< Accept-Language headers, one a line
+
+    vel::String definitions() const;
+    vel::String mapping() const;
+};
+
+/// A reader that allows every locale of the pack's lists file.
+vel::Handle<const vel::ConfigReader> packConfiguration(const Data& data);
+/// A catalogue with the pack's definitions.
+vel::Handle<const vel::LocaleTagLookup> loadCatalogue(const Data& data, const vel::ConfigReader& config);
+
+// One family of rows each, appended to `rows`.
+void addCatalogueRows(std::vector<Situation>& rows, const Data& data);
+void addMappingRows(std::vector<Situation>& rows, const Data& data);
+void addLocaleRows(std::vector<Situation>& rows);
+void addStartupRows(std::vector<Situation>& rows);
+
+}  // namespace bench
