@@ -14,7 +14,7 @@ class WEBI18N_API ParseDateTime
 {
 public:
     /// A set of fields: what a caller expects, and what was found.
-    enum Fields
+    enum Fields : unsigned
     {
         kParseError = 0,
         kYear = 1,
@@ -35,7 +35,7 @@ public:
     };
 
     /// The form of an XML Schema value.
-    enum XmlType
+    enum XmlType : unsigned
     {
         kInvalid = 0,
         kXmlDateTime = 1,   ///< 2005-12-31T23:59:59, fraction and Z optional
