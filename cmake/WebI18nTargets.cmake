@@ -83,7 +83,11 @@ set(WEBI18N_OBJECT_FOLDERS vel_core vel_log vel_xml vel_messages vel_config webi
 # of them one ctest test with WHOLE (where each would load the same large data again).
 function(webi18n_test name)
     cmake_parse_arguments(arg "WHOLE" "" "SOURCES;FOLDERS;USES;INCLUDES;DEFINES" ${ARGN})
-    add_executable(${name} ${arg_SOURCES})
+    webi18n_existing_sources(sources ${arg_SOURCES})
+    if(NOT sources)
+        return()
+    endif()
+    add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support" ${arg_INCLUDES})
     target_compile_definitions(${name} PRIVATE WEBI18N_SOURCE_DIR="${CMAKE_CURRENT_SOURCE_DIR}" ${arg_DEFINES})
     target_link_libraries(${name} PRIVATE webi18n_flags ${arg_FOLDERS} ${arg_USES} GTest::gmock GTest::gtest_main)

@@ -1,0 +1,130 @@
+#!/usr/bin/env bash
+# Checks the include directions: includes.sh REPOSITORY
+# A folder includes its own headers and those of the folders listed for it, and a third-party header stands only in the
+# folders that are named for it.
+set -euo pipefail
+cd "$1"
+
+# Folder, then the layers whose public headers it may include. A layer is a folder of platform/, or webi18n.
+layers="
+platform/core        core
+platform/log         core log
+platform/xml         core log xml
+platform/messages    core log xml messages
+platform/config      core log xml messages config
+include/webi18n      core log xml messages config webi18n
+webi18n              core log xml messages config webi18n
+datapack             core log xml messages config webi18n
+cli                  core log xml messages config webi18n
+examples             core log xml messages config webi18n
+bench                core log xml messages config webi18n
+fuzz                 core log xml messages config webi18n
+tests                core log xml messages config webi18n
+"
+
+# Pattern of a third-party header, then the folders that may name it. Benchmarks name it as the peer.
+thirdParty="
+expat\.h             platform/xml bench
+unicode/.*           datapack bench tests
+libxml/.*            bench
+CLI/.*               cli
+nlohmann/.*          cli tests/cli
+gtest/.*             tests
+gmock/.*             tests
+"
+
+# Headers of the system and the compiler, beside those of the C++ library (which have no extension).
+systemHeaders='cxxabi\.h|emmintrin\.h|fcntl\.h|malloc\.h|unistd\.h|dlfcn\.h|pthread\.h|sys/[a-z]+\.h'
+
+faults=0
+fault() {
+    echo "$1"
+    faults=$((faults + 1))
+}
+
+# The second and following words of the line whose first word is $2, in the table $1.
+wordsOf() {
+    awk -v key="$2" '$1 == key { $1 = ""; print }' <<<"$1"
+}
+
+# Whether the file $1 stands below one of the folders $2.
+standsIn() {
+    local folder
+    for folder in $2; do
+        [[ $1 == "$folder"/* ]] && return 0
+    done
+    return 1
+}
+
+checkThirdParty() {
+    local file="$1" header="$2" pattern folders
+    while read -r pattern folders; do
+        if [[ -n $pattern && $header =~ ^$pattern$ ]]; then
+            standsIn "$file" "$folders" || fault "$file: <$header> may be named only in: $folders"
+            return
+        fi
+    done <<<"$thirdParty"
+    # Tests of a foreign project and public headers are included with angle brackets, as hosts do.
+    [[ $header == vel/* || $header == webi18n/* ]] && return
+    [[ $header =~ ^($systemHeaders)$ || $header != *.* ]] || fault "$file: <$header> is in no list of includes.sh"
+}
+
+checkOwn() {
+    local file="$1" header="$2" allowed="$3" layer
+    case "$header" in
+        vel/*) layer="${header#vel/}" && layer="${layer%%/*}" ;;
+        webi18n/*) layer=webi18n ;;
+        *)
+            # A header of the folder itself, or of the tests' common folder.
+            [[ -f "$(dirname "$file")/$header" ]] && return
+            [[ $file == tests/* && (-f tests/support/$header || -n "$(ownSource "$header")") ]] && return
+            [[ $file == bench/* && -n "$(ownSource "$header")" ]] && return
+            fault "$file: \"$header\" is not in the folder of the file"
+            return
+            ;;
+    esac
+    [[ " $allowed " == *" $layer "* ]] || fault "$file: \"$header\" stands in a layer above"
+}
+
+# Tests of internals may include a folder's private headers; prints where such a header stands.
+ownSource() {
+    find platform webi18n datapack cli -name "$(basename "$1")" -print -quit 2>/dev/null
+}
+
+checkFile() {
+    local file="$1" allowed="$2" line header
+    while read -r line; do
+        [[ $line =~ [\<\"]([^\>\"]*)[\>\"] ]] || continue
+        header="${BASH_REMATCH[1]}"
+        case "$line" in
+            *'<'*) checkThirdParty "$file" "$header" ;;&
+            *'"'*) checkOwn "$file" "$header" "$allowed" ;;
+            *'<vel/'* | *'<webi18n/'*) checkOwn "$file" "$header" "$allowed" ;;
+        esac
+    done < <(grep -E '^[[:space:]]*#[[:space:]]*include' "$file" || true)
+}
+
+files=0
+while read -r folder allowed; do
+    [[ -n $folder && -d $folder ]] || continue
+    while read -r file; do
+        # What a foreign project includes is not ours to order.
+        [[ $file == tests/install/* ]] && continue
+        checkFile "$file" "$allowed"
+        files=$((files + 1))
+    done < <(find "$folder" -name '*.h' -o -name '*.cpp' | sort)
+done <<<"$layers"
+
+for folder in */ platform/*/; do
+    folder="${folder%/}"
+    if [[ -z "$(wordsOf "$layers" "$folder")" && $folder != build && $folder != platform && $folder != include ]] &&
+        [[ -n "$(find "$folder" -name '*.cpp' -print -quit)" ]]; then
+        fault "$folder: no layer is listed for it in includes.sh"
+    fi
+done
+
+if ((files == 0)); then
+    fault "no source file was found"
+fi
+echo "$files files, $faults faults"
+((faults == 0))
