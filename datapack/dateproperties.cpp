@@ -74,6 +74,7 @@ std::vector<std::string> dateFormats(const PackLocale& locale, const Pattern& sh
     addOnce(formats, withYear(datePattern(locale, icu::DateFormat::kFull), 4));
     addOnce(formats, withYear(datePattern(locale, icu::DateFormat::kLong), 4));
     addOnce(formats, withYear(skeletons.best(u"yMMMMEd"), 4));
+    addOnce(formats, withYear(skeletons.best(u"yMMMEEEEd"), 4));
     addOnce(formats, withYear(skeletons.best(u"yMMMEd"), 4));
     addOnce(formats, withYear(skeletons.best(u"yMMMd"), 4));
     addOnce(formats, withYear(datePattern(locale, icu::DateFormat::kMedium), 4));
@@ -132,17 +133,30 @@ std::vector<std::string> monthNames(const icu::DateFormatSymbols& symbols,
     return names(first, count);
 }
 
+// A definition has one list of days, so they are taken in the form that the locale's own dates ask for: Finnish ones
+// use the stand-alone form (cccc), which differs there from the one for sentences (EEEE).
+icu::DateFormatSymbols::DtContextType dayContext(const Pattern& fullPattern)
+{
+    for (const PatternPiece& piece : fullPattern) {
+        if (piece.letter == u'c') {
+            return icu::DateFormatSymbols::STANDALONE;
+        }
+    }
+    return icu::DateFormatSymbols::FORMAT;
+}
+
 // ICU has an unused entry first and counts from Sunday.
-std::vector<std::string> dayNames(const icu::DateFormatSymbols& symbols, icu::DateFormatSymbols::DtWidthType width)
+std::vector<std::string> dayNames(const icu::DateFormatSymbols& symbols, icu::DateFormatSymbols::DtContextType context,
+                                  icu::DateFormatSymbols::DtWidthType width)
 {
     int32_t count = 0;
-    const icu::UnicodeString* first = symbols.getWeekdays(count, icu::DateFormatSymbols::FORMAT, width);
+    const icu::UnicodeString* first = symbols.getWeekdays(count, context, width);
     std::vector<std::string> days = names(first + UCAL_MONDAY, count - UCAL_MONDAY);
     days.push_back(toUtf8(first[UCAL_SUNDAY]));
     return days;
 }
 
-void addNames(const PackLocale& locale, Properties& properties)
+void addNames(const PackLocale& locale, const Pattern& fullPattern, Properties& properties)
 {
     using Symbols = icu::DateFormatSymbols;
     UErrorCode status = U_ZERO_ERROR;
@@ -154,8 +168,8 @@ void addNames(const PackLocale& locale, Properties& properties)
         properties.lists["genetiveMonthNames"] = inDate;
     }
     properties.lists["abbrevMonthNames"] = monthNames(symbols, Symbols::FORMAT, Symbols::ABBREVIATED);
-    properties.lists["dayNames"] = dayNames(symbols, Symbols::WIDE);
-    properties.lists["abbrevDayNames"] = dayNames(symbols, Symbols::ABBREVIATED);
+    properties.lists["dayNames"] = dayNames(symbols, dayContext(fullPattern), Symbols::WIDE);
+    properties.lists["abbrevDayNames"] = dayNames(symbols, dayContext(fullPattern), Symbols::ABBREVIATED);
     int32_t count = 0;
     const icu::UnicodeString* markers = symbols.getAmPmStrings(count);
     properties.scalars["am"] = toUtf8(typable(markers[0]));
@@ -177,20 +191,21 @@ std::string firstDayOfWeek(const PackLocale& locale)
 void addDateProperties(const PackLocale& locale, Properties& properties)
 {
     const Pattern shortPattern = datePattern(locale, icu::DateFormat::kShort);
+    const Pattern fullPattern = datePattern(locale, icu::DateFormat::kFull);
     const Pattern mediumPattern = timePattern(locale, icu::DateFormat::kMedium);
     auto& scalars = properties.scalars;
     const std::string separator = fieldSeparator(shortPattern);
     scalars["dateSeparator"] = separator.empty() ? "/" : separator;
     scalars["timeSeparator"] = timeSeparator(mediumPattern, scalars["dateSeparator"]);
     scalars["dateShortFormat"] = toTokens(withYear(shortPattern, 4));
-    scalars["dateLongFormat"] = toTokens(withYear(datePattern(locale, icu::DateFormat::kFull), 4));
+    scalars["dateLongFormat"] = toTokens(withYear(fullPattern, 4));
     scalars["timeFormat"] = toTokens(mediumPattern);
     scalars["dateOrder"] = dateOrder(shortPattern);
     scalars["24hours"] = is24Hours(mediumPattern) ? "true" : "false";
     scalars["firstDayOfWeek"] = firstDayOfWeek(locale);
     properties.lists["dateFormats"] = dateFormats(locale, shortPattern);
     properties.lists["timeFormats"] = timeFormats(locale, mediumPattern);
-    addNames(locale, properties);
+    addNames(locale, fullPattern, properties);
 }
 
 }  // namespace datapack

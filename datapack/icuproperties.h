@@ -16,7 +16,7 @@ namespace datapack {
 /// - percentFormat is a picture as in the negative template: "#" the number, "# %", "%#"; percentSymbolLocation says
 ///   "before" or "after";
 /// - month names stand alone (monthNames) or in a date (genetiveMonthNames, only where that differs; abbrevMonthNames);
-///   days are those of a date, from Monday;
+///   days are those of the locale's long date, from Monday;
 /// - collationNLS_SORT is the BCP 47 tag of the sort that ICU arrives at ("und" for the root order), so locales that
 ///   sort alike name one sort;
 /// - a locale without a country (ar-001) has no currency symbol, and two digits.

@@ -100,18 +100,22 @@ void addCurrency(const PackLocale& locale, Properties& properties)
     checkIcu(status, "currency digits of " + locale.name);
 }
 
+// The text of the field; empty when there is none, or when it stands in two places around the number (my: 10^12), where
+// no part of it says the factor alone.
 icu::UnicodeString fieldText(const icu::number::FormattedNumber& number, int32_t field)
 {
     UErrorCode status = U_ZERO_ERROR;
     const icu::UnicodeString text = number.toString(status);
     icu::ConstrainedFieldPosition position;
     position.constrainField(UFIELD_CATEGORY_NUMBER, field);
-    const bool isFound = number.nextPosition(position, status) != 0;
-    checkIcu(status, "compact number");
-    if (!isFound) {
-        return {};
+    icu::UnicodeString found;
+    int count = 0;
+    while (number.nextPosition(position, status) != 0) {
+        found = icu::UnicodeString(text, position.getStart(), position.getLimit() - position.getStart());
+        ++count;
     }
-    return icu::UnicodeString(text, position.getStart(), position.getLimit() - position.getStart());
+    checkIcu(status, "compact number");
+    return count == 1 ? found : icu::UnicodeString();
 }
 
 // "10 Mio." of ten million: the abbreviation "Mio." stands for the number without its displayed part, 1000000. The
