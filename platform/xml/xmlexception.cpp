@@ -20,8 +20,8 @@ Message describe(const String& file, std::uint32_t line, std::uint32_t column, c
 {
     return Message::text(L"%1:%2:%3: error: %4")
         .insert(1, withoutInserts(file))
-        .insert(2, String(std::to_wstring(line)))
-        .insert(3, String(std::to_wstring(column)))
+        .insert(2, decimalString(line))
+        .insert(3, decimalString(column))
         .insert(4, withoutInserts(problem));
 }
 

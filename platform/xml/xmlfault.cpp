@@ -10,7 +10,7 @@ namespace {
 /// The element that misses its end, with the line of its start.
 String openElementText(const XmlElementNode& open)
 {
-    return String(L"<") + open.m_pName->m_sQualified + L">, which starts in line " + std::to_wstring(open.m_nLine);
+    return String(L"<") + open.m_pName->m_sQualified + L">, which starts in line " + decimalString(open.m_nLine);
 }
 
 bool startsIllFormed(std::string_view rest)
@@ -75,7 +75,7 @@ constexpr Fault kFaults[] = {
      L"only the entities lt, gt, amp, quot and apos are known: write the character itself, or \"&amp;\" for \"&\""},
     {XML_ERROR_BAD_CHAR_REF, L"a reference to a character that XML does not allow: remove it"},
     {XML_ERROR_MISPLACED_XML_PI, L"the XML declaration may only stand at the very start: remove what is before it"},
-    {XML_ERROR_UNCLOSED_CDATA_SECTION, L"the CDATA section does not end: close it with \"]]>\""},
+    {XML_ERROR_UNCLOSED_CDATA_SECTION, L"the file ends within a CDATA section: close it with \"]]>\""},
     {XML_ERROR_XML_DECL, L"the XML declaration is not well-formed: write <?xml version=\"1.0\" encoding=\"UTF-8\"?>"},
 };
 

@@ -96,7 +96,7 @@ private:
     {
         throw Exception(Message::text(L"Not an element path: %1 expected at offset %2.")
                             .insert(1, String(expected))
-                            .insert(2, String(std::to_wstring(m_nAt))));
+                            .insert(2, decimalString(m_nAt)));
     }
 
     std::wstring_view m_sText;

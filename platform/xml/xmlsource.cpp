@@ -138,7 +138,7 @@ void XmlSource::provideRoom(std::size_t size)
 void XmlSource::checkSize(std::size_t size) const
 {
     if (size > m_nMaxBytes) {
-        fail(String(L"larger than the limit of ") + std::to_wstring(m_nMaxBytes) + L" bytes: split the file");
+        fail(String(L"larger than the limit of ") + decimalString(m_nMaxBytes) + L" bytes: split the file");
     }
 }
 

@@ -113,7 +113,7 @@ void XmlTreeBuilder::start(const XML_Char* name, const XML_Char** attributes)
     const std::size_t offset = currentOffset();
     if (++m_nDepth > m_tLimits.m_nMaxDepth) {
         throwAt(offset, String(L"elements are nested deeper than the limit of ") +
-                            std::to_wstring(m_tLimits.m_nMaxDepth) + L": make the document flatter");
+                            decimalString(m_tLimits.m_nMaxDepth) + L": make the document flatter");
     }
     XmlElementNode* const node = createNode(m_tPlaces.at(offset), attributes);
     node->m_pName = m_tNames.intern(name, m_pLastClosed == nullptr ? nullptr : m_pLastClosed->m_pName);
@@ -129,7 +129,7 @@ XmlElementNode* XmlTreeBuilder::createNode(const XmlPlace& place, const XML_Char
     if (count > m_tLimits.m_nMaxAttributes) {
         throw XmlException(m_sName, place.m_nLine, place.m_nColumn,
                            String(L"an element has more attributes than the limit of ") +
-                               std::to_wstring(m_tLimits.m_nMaxAttributes) + L": write some of them as elements");
+                               decimalString(m_tLimits.m_nMaxAttributes) + L": write some of them as elements");
     }
     void* const memory = m_tMemory.m_tArena.allocate(sizeof(XmlElementNode) + count * sizeof(XmlAttribute));
     XmlElementNode* const node = new (memory) XmlElementNode;

@@ -27,7 +27,7 @@ bool needsReference(wchar_t character, Context context) noexcept
 
 void appendReference(std::wstring& out, wchar_t character)
 {
-    out.append(L"&#").append(std::to_wstring(static_cast<int>(character))).push_back(L';');
+    out.append(L"&#").append(decimalString(static_cast<unsigned>(character))).push_back(L';');
 }
 
 void appendEscaped(std::wstring& out, std::wstring_view text, Context context)

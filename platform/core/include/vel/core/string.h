@@ -126,6 +126,14 @@ inline std::optional<String> stringFromUtf8(std::string_view utf8, std::size_t* 
     return fault ? std::nullopt : std::optional<String>(String(std::move(wide)));
 }
 
+/// The decimal digits of a number. The standard library's wide form of them prints through the C library, which nothing
+/// here shall do.
+inline String decimalString(unsigned long long number)
+{
+    const std::string digits = std::to_string(number);
+    return String(std::wstring(digits.begin(), digits.end()));
+}
+
 }  // namespace vel
 
 template <typename Char>
