@@ -97,7 +97,7 @@ function(webi18n_test name)
         add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
         set_tests_properties(${name} PROPERTIES TIMEOUT 900)
     else()
-        gtest_discover_tests(${name} EXTRA_ARGS --gtest_brief=1 TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
+        gtest_discover_tests(${name} NO_PRETTY_VALUES EXTRA_ARGS --gtest_brief=1 TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
             DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 600)
     endif()
 endfunction()
