@@ -44,7 +44,8 @@ public:
     bool hasRoot() const noexcept { return m_pRoot != nullptr; }
     /// The root element. An empty document is reported as "m_p != 0" and throws InvalidHandleException.
     const XmlElement& root() const;
-    /// Bytes of memory that the tree takes.
+    /// Bytes of memory that the tree takes; 0 for an empty document. Address space of four times the file's size is
+    /// held besides, of which the part that no text fills is never touched.
     std::size_t memoryUsed() const noexcept;
 
 private:

@@ -24,7 +24,7 @@ public:
     XmlElement(const XmlElement&) = delete;
     XmlElement& operator=(const XmlElement&) = delete;
 
-    /// Local name, without a prefix.
+    /// Local name: what follows the last colon.
     std::wstring_view name() const noexcept;
     /// As written, with its prefix.
     std::wstring_view qualifiedName() const noexcept;
@@ -36,8 +36,9 @@ public:
 
     /// The text of the element and its descendants, concatenated in document order, white space kept.
     String innerText() const;
-    /// The same when it stands in one piece, which it does unless elements or comments split it, without building a
-    /// String: true and `out` set, or false.
+    /// The same without building a String: always true, as the text of a document is one array in document order. The
+    /// views of an element's descendants are pieces of its own, so the text between two children is what lies between
+    /// the end of the first one's view and the start of the second one's.
     bool innerTextView(std::wstring_view& out) const noexcept;
     /// Appends the inner text.
     void appendInnerText(StringBufferBase& out) const;

@@ -9,8 +9,8 @@
 namespace vel {
 
 /// A compiled path of element names with "/" steps and `[@attribute="value"]` predicates, several of which may follow
-/// one name. Names are local names, matched exactly; attribute values compare exactly. Quotes are single or double. White space
-/// around names, steps and inside predicates is not accepted. A value; usable from any thread.
+/// one name. Names are local names, matched exactly; attribute values compare exactly. Quotes are single or double.
+/// White space around names, steps and inside predicates is not accepted. A value; usable from any thread.
 ///
 ///     Currencies/Currency
 ///     localeList[@name="supported"]/localeDefinition
