@@ -108,7 +108,7 @@ std::vector<std::string> timeFormats(const PackLocale& locale, const Pattern& me
 // with the time separator would turn every typed date into a time. The colon is always read as a time separator.
 std::string timeSeparator(const Pattern& mediumPattern, const std::string& dateSeparator)
 {
-    const std::string separator = fieldSeparator(mediumPattern);
+    std::string separator = fieldSeparator(mediumPattern);
     if (separator.empty() || dateSeparator.rfind(separator, 0) == 0) {
         return ":";
     }
@@ -118,6 +118,7 @@ std::string timeSeparator(const Pattern& mediumPattern, const std::string& dateS
 std::vector<std::string> names(const icu::UnicodeString* first, int32_t count)
 {
     std::vector<std::string> result;
+    result.reserve(static_cast<size_t>(count));
     for (int32_t index = 0; index < count; ++index) {
         result.push_back(toUtf8(first[index]));
     }

@@ -81,7 +81,7 @@ std::string mainName(const std::vector<PackLocale>& sorted, const std::string& l
 
 std::string leadingScript(const std::vector<PackLocale>& sorted, const std::string& language)
 {
-    const std::string likely = likelyScript(language);
+    std::string likely = likelyScript(language);
     std::string first;
     for (const PackLocale& locale : sorted) {
         if (locale.language == language) {

@@ -62,7 +62,8 @@ void requireTargets(const std::vector<PackLocale>& locales, const std::vector<Ma
     }
     for (const auto& [pattern, target] : rules) {
         if (names.count(target) == 0) {
-            throw std::runtime_error("the rule " + pattern + " leads to " + target + ", which the pack does not have");
+            std::string what = "a rule leads to a locale that the pack does not have: ";
+            throw std::runtime_error(what.append(pattern).append(" -> ").append(target));
         }
     }
 }

@@ -53,7 +53,7 @@ private:
     {
         const size_t end = m_sBytes.find_first_of(stops, m_nAt);
         require(end != std::string::npos, "expected one of " + stops);
-        const std::string text = m_sBytes.substr(m_nAt, end - m_nAt);
+        std::string text = m_sBytes.substr(m_nAt, end - m_nAt);
         m_nAt = end;
         return text;
     }
