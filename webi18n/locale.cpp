@@ -108,6 +108,11 @@ void Locale::getAllNames(NameType type, std::vector<String>& out) const
     m_hGuts->getAllNames(type, out);
 }
 
+const std::vector<String>& Locale::storedNames(NameType type) const
+{
+    return m_hGuts->storedNames(type);
+}
+
 Locale::DateOrder Locale::getDateOrder() const
 {
     return m_hGuts->getDateOrder();

@@ -40,6 +40,7 @@ public:
     const String& info(Locale::StringInfo info) const noexcept;
     void getName(Locale::NameType type, unsigned index, StringBufferBase& out) const;
     void getAllNames(Locale::NameType type, std::vector<String>& out) const;
+    const NameList& storedNames(Locale::NameType type) const noexcept;
     Locale::DateOrder getDateOrder() const noexcept;
     bool is24Hours() const noexcept;
     unsigned getFirstDayOfWeek() const noexcept { return m_nFDOW; }

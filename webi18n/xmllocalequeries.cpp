@@ -58,6 +58,12 @@ const String& XmlLocaleImpl::info(Locale::StringInfo info) const noexcept
     return overriding == nullptr || overriding->isEmpty() ? stored(info) : *overriding;
 }
 
+const XmlLocaleImpl::NameList& XmlLocaleImpl::storedNames(Locale::NameType type) const noexcept
+{
+    static const NameList kNone;
+    return type < Locale::kNameTypeEnd_ ? nameList(type) : kNone;
+}
+
 Locale::DateOrder XmlLocaleImpl::getDateOrder() const noexcept
 {
     return m_eOverridingDateOrder < Locale::kDateOrderEnd_ ? m_eOverridingDateOrder : m_eDateOrder;

@@ -156,6 +156,11 @@ public:
     /// appended to `out`. Every other type is reported as "Invalid locale property name" and leaves `out`.
     void getAllNames(NameType type, std::vector<String>& out) const;
 
+    /// A name list as the definition gave it: without the fallbacks of getName and the derived formats of getAllNames.
+    /// Empty for a list that was never set, and for any other value than the eight types. Valid while this Locale is
+    /// not changed.
+    const std::vector<String>& storedNames(NameType type) const;
+
     /// The user's order when overridden, else the definition's.
     DateOrder getDateOrder() const;
     /// The user's clock when overridden, else the definition's.
