@@ -1,0 +1,38 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace cli {
+
+/// What the command tells its caller.
+enum ExitCode
+{
+    kExitSuccess = 0,
+    kExitNoMatch = 1,  ///< findings, or a question that has no answer
+    kExitUsage = 2,    ///< options or text that cannot be taken
+    kExitData = 3      ///< a file that cannot be read, output that cannot be written
+};
+
+/// The command was called wrongly; the text says what is accepted.
+class UsageError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Data cannot be read or written.
+class DataError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Nobody reads the output any more: end quietly.
+class BrokenPipe : public std::exception
+{};
+
+/// Writes "webi18n: kind: text" and a line feed to standard error.
+void complain(const char* kind, const std::string& text) noexcept;
+
+}  // namespace cli

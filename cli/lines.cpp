@@ -1,0 +1,68 @@
+#include "lines.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "failures.h"
+
+namespace cli {
+
+namespace {
+
+constexpr std::size_t kReadBytes = std::size_t{64} << 10;
+
+}  // namespace
+
+LineReader::LineReader(std::function<void()> beforeWaiting) : m_tBeforeWaiting(std::move(beforeWaiting))
+{}
+
+bool LineReader::next(std::string& line)
+{
+    for (;;) {
+        if (const std::size_t end = m_sBuffer.find('\n', m_nScanned); end != std::string::npos) {
+            take(line, end - m_nStart, end + 1);
+            return true;
+        }
+        m_nScanned = m_sBuffer.size();
+        if (!readMore()) {
+            break;
+        }
+    }
+    if (m_nStart == m_sBuffer.size()) {
+        return false;
+    }
+    take(line, m_sBuffer.size() - m_nStart, m_sBuffer.size());
+    return true;
+}
+
+void LineReader::take(std::string& line, std::size_t length, std::size_t end)
+{
+    line.assign(m_sBuffer, m_nStart, length);
+    m_nStart = m_nScanned = end;
+    ++m_nCount;
+}
+
+bool LineReader::readMore()
+{
+    m_tBeforeWaiting();
+    m_sBuffer.erase(0, m_nStart);
+    m_nScanned -= m_nStart;
+    m_nStart = 0;
+    const std::size_t held = m_sBuffer.size();
+    m_sBuffer.resize(held + kReadBytes);
+    ssize_t count = 0;
+    do {
+        count = ::read(STDIN_FILENO, m_sBuffer.data() + held, kReadBytes);
+    } while (count < 0 && errno == EINTR);
+    const int fault = errno;
+    m_sBuffer.resize(held + (count > 0 ? static_cast<std::size_t>(count) : 0));
+    if (count < 0) {
+        throw DataError(std::string("standard input cannot be read: ") + std::strerror(fault));
+    }
+    return count > 0;
+}
+
+}  // namespace cli

@@ -1,0 +1,65 @@
+#include <clocale>
+#include <cstdio>
+#include <new>
+
+#include "arguments.h"
+#include "logsink.h"
+#include "vel/xml/xmlexception.h"
+
+namespace cli {
+
+namespace {
+
+ExitCode run(int count, char** arguments)
+{
+    Request request = readArguments(std::vector<std::string>(arguments + 1, arguments + count));
+    Output output(request.m_tOptions.m_bJson);
+    if (request.m_pSubcommand == nullptr) {
+        output.text(request.m_sText);
+        output.flush();
+        return kExitSuccess;
+    }
+    if (const auto level = request.m_tOptions.m_eLog) {
+        vel::Logger::setSink(vel::makeHandle<StandardErrorSink>(*level, output.isJson()));
+    }
+    Session session(std::move(request.m_tOptions));
+    try {
+        const ExitCode code = request.m_pSubcommand->run(session, output);
+        output.flush();
+        return code;
+    } catch (const UsageError&) {
+        output.flush();  // a batch's answers before the line that cannot be taken
+        throw;
+    }
+}
+
+/// Runs, and says on standard error what went wrong.
+ExitCode runReporting(int count, char** arguments) noexcept
+{
+    try {
+        return run(count, arguments);
+    } catch (const UsageError& error) {
+        complain("error", error.what());
+        complain("hint", "webi18n --help lists what is accepted");
+        return kExitUsage;
+    } catch (const BrokenPipe&) {
+        return kExitData;
+    } catch (const vel::XmlException& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+    } catch (const std::bad_alloc&) {
+        complain("error", "out of memory");
+    } catch (const std::exception& error) {
+        complain("error", error.what());
+    }
+    return kExitData;
+}
+
+}  // namespace
+
+}  // namespace cli
+
+int main(int count, char** arguments)
+{
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+    return cli::runReporting(count, arguments);
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "webi18n/locale.h"
+
+namespace cli {
+
+/// The names of the overrides, separated by ", ".
+std::string userOverrideNames();
+
+/// Applies KEY=VALUE settings, the last of a key counts. Throws UsageError, which says what is accepted.
+///
+///     decimalSeparator=,   dateOrder=dmy   24hours=true
+void applyUserOverrides(const std::vector<std::string>& settings, vel::Locale& locale);
+
+}  // namespace cli
