@@ -31,9 +31,9 @@ std::size_t repetitionsFor(const Batch& batch, double nanoseconds)
 {
     std::size_t repetitions = 1;
     for (;;) {
-        const Clock::time_point begin = Clock::now();
+        const double begin = processorTime();
         batch(repetitions);
-        const double took = nanosecondsSince(begin);
+        const double took = processorTime() - begin;
         if (took >= nanoseconds / 4) {
             const double fitting = std::floor(static_cast<double>(repetitions) * nanoseconds / took);
             return std::max<std::size_t>(1, static_cast<std::size_t>(fitting));

@@ -87,8 +87,9 @@ std::string jsonRow(const Result& result)
 Table::Table(const std::vector<const Situation*>& rows, std::size_t batches)
     : m_nNameWidth(widthOf(rows, &Situation::m_sName, 3)), m_nPeerWidth(widthOf(rows, &Situation::m_sPeer, 4))
 {
-    std::printf("Medians of %zu alternating batches. ratio = peer ns / ours ns: above 1, ours is the faster.\n",
-                batches);
+    std::printf(
+        "Processor time, medians of %zu alternating batches. ratio = peer ns / ours ns: above 1, ours is the faster.\n",
+        batches);
     std::printf("%-*s | %12s | %-*s | %12s | %8s | target\n", static_cast<int>(m_nNameWidth), "row", "ours ns",
                 static_cast<int>(m_nPeerWidth), "peer", "peer ns", "ratio");
 }
