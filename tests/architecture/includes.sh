@@ -75,10 +75,10 @@ checkOwn() {
         vel/*) layer="${header#vel/}" && layer="${layer%%/*}" ;;
         webi18n/*) layer=webi18n ;;
         *)
-            # A header of the folder itself, or of the tests' common folder.
-            [[ -f "$(dirname "$file")/$header" ]] && return
-            [[ $file == tests/* && (-f tests/support/$header || -n "$(ownSource "$header")") ]] && return
-            [[ $file == bench/* && -n "$(ownSource "$header")" ]] && return
+            # A header of the folder itself, of the folder above when it is a part of it, or of the tests' common ones.
+            [[ -f "$(dirname "$file")/$header" || -f "${file%%/*}/$header" ]] && return
+            [[ $file == tests/* && (-f tests/support/$header || -f tests/reference/$header) ]] && return
+            [[ $file =~ ^(tests|bench|fuzz)/ && -n "$(ownSource "$header")" ]] && return
             fault "$file: \"$header\" is not in the folder of the file"
             return
             ;;
