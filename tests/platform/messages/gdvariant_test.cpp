@@ -106,7 +106,8 @@ TEST(GDVariant, IsAValue)
     const GDVariant copy = original;
     original = GDVariant::number(2);
     EXPECT_EQ(copy.toString(), L"a");
-    original = std::move(GDVariant(copy));
+    GDVariant moved = copy;
+    original = std::move(moved);
     EXPECT_EQ(original, copy);
 }
 
