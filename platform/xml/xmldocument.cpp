@@ -63,6 +63,12 @@ const XmlElement& XmlDocument::root() const
     return *NonOwningPtr<const XmlElement>(m_pRoot);
 }
 
+std::vector<NonOwningPtr<const XmlElement>> XmlDocument::select(const XmlPath& path) const
+{
+    const auto* root = m_pRoot == nullptr ? nullptr : &xml_details::XmlElementNode::of(*m_pRoot);
+    return xml_details::selectAmong(root, path, XmlElement::kNoLimit);
+}
+
 std::size_t XmlDocument::memoryUsed() const noexcept
 {
     if (m_pStorage == nullptr) {

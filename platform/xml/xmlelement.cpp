@@ -29,7 +29,8 @@ class StepCursor
 public:
     explicit StepCursor(const XmlPath::Step& step) noexcept : m_pStep(&step) {}
 
-    void enter(const XmlElementNode& parent) noexcept { m_pNext = parent.m_pFirstChild; }
+    /// Starts at an element, or null, and goes on with its next siblings.
+    void enter(const XmlElementNode* first) noexcept { m_pNext = first; }
     /// The next match, or null.
     const XmlElementNode* next() noexcept
     {
@@ -121,13 +122,19 @@ const XmlElement* XmlElement::nextSibling() const noexcept
 
 std::vector<NonOwningPtr<const XmlElement>> XmlElement::select(const XmlPath& path, std::size_t limit) const
 {
+    return xml_details::selectAmong(XmlElementNode::of(*this).m_pFirstChild, path, limit);
+}
+
+std::vector<NonOwningPtr<const XmlElement>> xml_details::selectAmong(const XmlElementNode* first, const XmlPath& path,
+                                                                     std::size_t limit)
+{
     std::vector<NonOwningPtr<const XmlElement>> found;
     std::vector<StepCursor> cursors(path.steps().begin(), path.steps().end());
     if (cursors.empty() || limit == 0) {
         return found;
     }
     std::size_t depth = 0;
-    cursors[0].enter(XmlElementNode::of(*this));
+    cursors[0].enter(first);
     while (true) {
         const XmlElementNode* const match = cursors[depth].next();
         if (match == nullptr) {
@@ -136,7 +143,7 @@ std::vector<NonOwningPtr<const XmlElement>> XmlElement::select(const XmlPath& pa
             }
             --depth;
         } else if (depth + 1 < cursors.size()) {
-            cursors[++depth].enter(*match);
+            cursors[++depth].enter(match->m_pFirstChild);
         } else {
             found.push_back(static_cast<const XmlElement*>(match));
             if (found.size() == limit) {

@@ -53,6 +53,11 @@ struct XmlElementNode final : XmlElement
 
 static_assert(std::is_trivially_destructible_v<XmlElementNode> && std::is_trivially_destructible_v<XmlName>);
 
+/// The elements that match the path among `first` (which may be null), its next siblings, and what is below them; in
+/// document order, at most `limit` of them.
+std::vector<NonOwningPtr<const XmlElement>> selectAmong(const XmlElementNode* first, const XmlPath& path,
+                                                        std::size_t limit);
+
 /// What a loaded document keeps.
 struct XmlMemory
 {

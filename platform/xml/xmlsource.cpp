@@ -110,7 +110,7 @@ void XmlSource::takeBytes(std::string_view bytes)
 void XmlSource::readAll(int file, std::size_t expected)
 {
     std::string early;
-    for (std::size_t room = expected + 1;; room *= 2) {
+    for (std::size_t room = expected + 1;; room = std::min(room * 2, m_nMaxBytes + 1)) {
         provideRoom(room);
         std::copy_n(early.data(), early.size(), m_pData);
         const ssize_t count = readUpTo(file, m_pData + early.size(), room - early.size());

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <vector>
 
 #include "vel/core/api.h"
 #include "vel/core/filepath.h"
@@ -44,6 +45,8 @@ public:
     bool hasRoot() const noexcept { return m_pRoot != nullptr; }
     /// The root element. An empty document is reported as "m_p != 0" and throws InvalidHandleException.
     const XmlElement& root() const;
+    /// The elements that match the path from the document on: its first step names the root. In document order.
+    std::vector<NonOwningPtr<const XmlElement>> select(const XmlPath& path) const;
     /// Bytes of memory that the tree takes; 0 for an empty document. Address space of four times the file's size is
     /// held besides, of which the part that no text fills is never touched.
     std::size_t memoryUsed() const noexcept;
