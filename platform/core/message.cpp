@@ -133,6 +133,9 @@ String Message::toString() const
         out.append(m_tInserts.empty() ? L"" : L")");
         return String(std::move(out));
     }
+    if (m_tInserts.empty()) {
+        return m_sKeyOrText;
+    }
     String value;
     const auto lookUp = [&](unsigned number) {
         const Message* found = findInsert(number);

@@ -11,7 +11,7 @@ MessageFormatter::MessageFormatter(Handle<const MessageTable> table) : m_hTable(
 String MessageFormatter::format(const Message& message) const
 {
     if (!message.isExternal()) {
-        return fill(message.keyOrText(), message);
+        return message.inserts().empty() ? message.keyOrText() : fill(message.keyOrText(), message);
     }
     const GDVariant found = m_hTable.isNull() ? GDVariant() : m_hTable->lookUp(message.keyOrText());
     return found.asMessage() == nullptr ? describeKey(message) : fill(found.asMessage()->keyOrText(), message);

@@ -14,7 +14,8 @@ using vel::String;
 TEST(Message, RowsOfTheHeader)
 {
     EXPECT_EQ(Message::text(L"Loading '%1'.").insert(1, L"a.xml").toString(), L"Loading 'a.xml'.");
-    EXPECT_EQ(Message::text(L"50%% of %2").toString(), L"50% of %2");
+    EXPECT_EQ(Message::text(L"50%% of %2").insert(1, L"a").toString(), L"50% of %2");
+    EXPECT_EQ(Message::text(L"50%% of %2").toString(), L"50%% of %2");
     EXPECT_EQ(Message::external(L"kmsgInvalidLocaleTag").insert(1, L"xx").toString(), L"kmsgInvalidLocaleTag(xx)");
 }
 
@@ -66,6 +67,12 @@ TEST(Message, TextWithInserts)
                                     .insert(0, L"zero");
         EXPECT_EQ(message.toString(), row.m_pExpected) << vel::toUtf8Lossy(row.m_pPattern);
     }
+}
+
+TEST(Message, InsertedTextIsShownAsItIs)
+{
+    EXPECT_EQ(Message::text(L"'%1'").insert(1, L"100%%1.xml").toString(), L"'100%%1.xml'");
+    EXPECT_EQ(Message::external(L"kmsgKey").insert(1, L"50%%").toString(), L"kmsgKey(50%%)");
 }
 
 TEST(Message, FilledInTextIsNotReadAgain)

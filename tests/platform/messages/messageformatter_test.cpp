@@ -48,7 +48,9 @@ TEST(MessageFormatter, RendersInTheTablesLanguage)
         {Message::external(L"kmsgName").insert(1, L"a"), L"Deutsch", L"kmsgName(a)"},
         {Message::external(L"kmsgTwice").insert(1, L"a"), L"a und a", L"kmsgTwice(a)"},
         {Message::external(L"kmsgShare").insert(1, L"5").insert(2, L"%1"), L"5 % von %1", L"kmsgShare(5, %1)"},
-        {Message::text(L"100%%"), L"100%", L"100%"},
+        // A text without inserts is shown as it is, alone and inserted.
+        {Message::text(L"100%%"), L"100%%", L"100%%"},
+        {Message::text(L"[%1]").insert(1, L"100%%"), L"[100%%]", L"[100%%]"},
         {Message::text(L""), L"", L""},
         // Inserts are rendered the same way, at every depth.
         {Message::text(L"[%1]").insert(1, Message::external(L"kmsgAlias")), L"[Deutsch]", L"[kmsgAlias]"},

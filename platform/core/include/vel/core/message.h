@@ -11,8 +11,9 @@ namespace vel {
 
 /// A message for people: a key into the message files (external) or a literal text, each with numbered inserts.
 ///
-/// In a text, "%1" and "<velm:param insert="1"/>" stand for insert 1, "%%" for a per-cent sign; inserts are numbered
-/// from 1. An immutable value once built; reading it is safe from any thread.
+/// In a text that has inserts, "%1" and "<velm:param insert="1"/>" stand for insert 1, "%%" for a per-cent sign;
+/// inserts are numbered from 1. A text without inserts is shown as it is, so that a file's name or a user's text can be
+/// one. An immutable value once built; reading it is safe from any thread.
 class WEBI18N_API Message
 {
 public:
@@ -48,7 +49,8 @@ public:
     /// as its key with its inserts in brackets. An insert that is not set stays as it is written.
     ///
     ///     text "Loading '%1'.", 1 = "a.xml"   -> Loading 'a.xml'.
-    ///     text "50%% of %2"                   -> 50% of %2
+    ///     text "50%% of %2", 1 = "a"          -> 50% of %2
+    ///     text "50%% of %2"                   -> 50%% of %2
     ///     external "kmsgInvalidLocaleTag", 1 = "xx" -> kmsgInvalidLocaleTag(xx)
     String toString() const;
 

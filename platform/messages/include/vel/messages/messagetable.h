@@ -47,7 +47,7 @@ public:
     /// Makes `key` a reference to another message.
     void setReference(const String& key, const String& target);
 
-    /// The text message of `key`, references followed; undefined when there is none, or when references form a circle.
+    /// The text message of `key`, its text as in the file, references followed; undefined when there is none, or when references form a circle.
     GDVariant lookUp(const String& key) const;
     /// Resolves a value: an external message becomes the text message of its key in this table, with its inserts
     /// resolved likewise, or undefined when there is none; every other value is returned as it is. An insert that has
