@@ -22,81 +22,71 @@ bool isPlainText(const Message& message) noexcept
 
 }  // namespace
 
-GDVariant GDVariant::null() noexcept
+GDValue::GDValue(String text) : m_tContent(std::move(text))
+{}
+
+GDValue::GDValue(Message message) : m_tContent(std::move(message))
+{}
+
+GDValue::~GDValue() = default;
+
+GDPrimitiveType GDValue::primitiveType() const noexcept
 {
-    GDVariant variant;
-    variant.m_tValue.emplace<Null>();
-    return variant;
+    const Message* message = asMessage();
+    return message == nullptr || isPlainText(*message) ? kTypeString : kTypeNonPrimitive;
 }
 
-GDVariant GDVariant::boolean(bool value) noexcept
+String GDValue::toString() const
 {
-    GDVariant variant;
-    variant.m_tValue.emplace<bool>(value);
-    return variant;
+    const Message* message = asMessage();
+    return message == nullptr ? std::get<String>(m_tContent) : message->toString();
 }
 
-GDVariant GDVariant::number(double value) noexcept
+GDPrimitiveType GDVariantBase::primitiveType() const noexcept
 {
-    GDVariant variant;
-    variant.m_tValue.emplace<double>(value);
-    return variant;
-}
-
-GDVariant GDVariant::string(String value)
-{
-    GDVariant variant;
-    variant.m_tValue.emplace<String>(std::move(value));
-    return variant;
-}
-
-GDVariant GDVariant::message(Message value)
-{
-    GDVariant variant;
-    variant.m_tValue.emplace<Message>(std::move(value));
-    return variant;
-}
-
-GDPrimitiveType GDVariant::primitiveType() const noexcept
-{
-    if (const Message* message = asMessage(); message != nullptr) {
-        return isPlainText(*message) ? kTypeString : kTypeNonPrimitive;
+    if (const auto* value = std::get_if<Handle<const GDValue>>(&m_tContent); value != nullptr) {
+        return value->get()->primitiveType();
     }
-    if (std::holds_alternative<String>(m_tValue)) {
-        return kTypeString;
-    }
-    if (std::holds_alternative<bool>(m_tValue)) {
+    if (std::holds_alternative<bool>(m_tContent)) {
         return kTypeBoolean;
     }
-    if (std::holds_alternative<double>(m_tValue)) {
+    if (std::holds_alternative<double>(m_tContent)) {
         return kTypeNumber;
     }
-    return std::holds_alternative<Null>(m_tValue) ? kTypeNull : kTypeUndefined;
+    return std::holds_alternative<Null>(m_tContent) ? kTypeNull : kTypeUndefined;
 }
 
-bool GDVariant::isUndefinedOrNull() const noexcept
+bool GDVariantBase::isUndefinedOrNull() const noexcept
 {
-    return std::holds_alternative<std::monostate>(m_tValue) || std::holds_alternative<Null>(m_tValue);
+    return std::holds_alternative<std::monostate>(m_tContent) || std::holds_alternative<Null>(m_tContent);
 }
 
-const Message* GDVariant::asMessage() const noexcept
+const Message* GDVariantBase::asMessage() const noexcept
 {
-    return std::get_if<Message>(&m_tValue);
+    const auto* value = std::get_if<Handle<const GDValue>>(&m_tContent);
+    return value == nullptr ? nullptr : value->get()->asMessage();
 }
 
-String GDVariant::toString() const
+String GDVariantBase::toString() const
 {
-    if (const Message* message = asMessage(); message != nullptr) {
-        return message->toString();
+    if (const auto* value = std::get_if<Handle<const GDValue>>(&m_tContent); value != nullptr) {
+        return value->get()->toString();
     }
-    if (const String* text = std::get_if<String>(&m_tValue); text != nullptr) {
-        return *text;
-    }
-    if (const bool* flag = std::get_if<bool>(&m_tValue); flag != nullptr) {
+    if (const bool* flag = std::get_if<bool>(&m_tContent); flag != nullptr) {
         return *flag ? L"true" : L"false";
     }
-    const double* number = std::get_if<double>(&m_tValue);
+    const double* number = std::get_if<double>(&m_tContent);
     return number == nullptr ? String() : numberText(*number);
+}
+
+bool GDVariantBase::isEqual(const GDVariantBase& other) const noexcept
+{
+    const auto* mine = std::get_if<Handle<const GDValue>>(&m_tContent);
+    const auto* theirs = std::get_if<Handle<const GDValue>>(&other.m_tContent);
+    if (mine != nullptr && theirs != nullptr) {
+        return *mine->get() == *theirs->get();
+    }
+    return m_tContent == other.m_tContent;
 }
 
 }  // namespace vel
