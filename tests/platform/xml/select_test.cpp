@@ -83,4 +83,16 @@ TEST(Select, FindsNamesThatAlternate)
     EXPECT_EQ(document.root().select(XmlPath(L"b")).size(), 50U);
 }
 
+TEST(Select, ADocumentsPathBeginsWithItsRoot)
+{
+    const XmlDocument document = XmlDocument::parse("<a><b i='1'/><c><b i='2'/></c><b i='3'/></a>");
+    EXPECT_EQ(document.select(XmlPath(L"a")).size(), 1U);
+    const auto found = document.select(XmlPath(L"a/b"));
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[0]->attribute(L"i"), L"1");
+    EXPECT_EQ(found[1]->attribute(L"i"), L"3");
+    EXPECT_TRUE(document.select(XmlPath(L"b")).empty());
+    EXPECT_TRUE(XmlDocument().select(XmlPath(L"a")).empty());
+}
+
 }  // namespace
