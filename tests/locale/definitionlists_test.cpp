@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "assertioncapture.h"
 #include "locales.h"
 #include "logcapture.h"
 #include "printers.h"
@@ -49,10 +50,22 @@ TEST(LocaleDefinitionLists, ThirteenMonthsAreKeptThoughOnlyTwelveAreRead)
     const Locale locale = localeOf(thirteenMonths("March"));
     EXPECT_EQ(String(L"March"), locale.getNameAsString(Locale::kNominitiveMonth, 2));
     EXPECT_TRUE(locale.getNameAsString(Locale::kNominitiveMonth, 12).isEmpty());
-    // The format types are read through the month lookup only when there are genitive names: a format list of thirteen.
-    const Locale formats =
-        localeOf(listProperty("dateFormats", {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12", "13"}));
-    EXPECT_EQ(13U, allNames(formats, Locale::kDateFormats).size());
+    ASSERT_EQ(13U, locale.storedNames(Locale::kNominitiveMonth).size());
+    EXPECT_EQ(String(L"Thirteenth"), locale.storedNames(Locale::kNominitiveMonth)[12]);
+}
+
+TEST(LocaleDefinitionLists, StoredNamesAreTheListsWithoutFallbacks)
+{
+    const AssertionCapture capture;
+    const Locale locale = localeOf(listProperty("monthNames", {"m"}) + listProperty("dateFormats", {"d"}) +
+                                   listProperty("timeFormats", {"t"}));
+    EXPECT_THAT(locale.storedNames(Locale::kNominitiveMonth), ElementsAre(String(L"m")));
+    for (const Locale::NameType type : {Locale::kGenetiveMonth, Locale::kAbbreviatedMonth, Locale::kDay,
+                                        Locale::kDateTimeFormats, Locale::kNameTypeEnd_}) {
+        EXPECT_THAT(locale.storedNames(type), IsEmpty()) << type;
+    }
+    EXPECT_THAT(locale.storedNames(static_cast<Locale::NameType>(99)), IsEmpty());
+    EXPECT_THAT(capture.texts(), IsEmpty());
 }
 
 TEST(LocaleDefinitionLists, AnEmptyThirdMonthMovesAprilToIndexTwo)
@@ -63,6 +76,7 @@ TEST(LocaleDefinitionLists, AnEmptyThirdMonthMovesAprilToIndexTwo)
     EXPECT_EQ(String(L"February"), locale.getNameAsString(Locale::kNominitiveMonth, 1));
     EXPECT_EQ(String(L"April"), locale.getNameAsString(Locale::kNominitiveMonth, 2));
     EXPECT_EQ(String(L"Dezember"), locale.getNameAsString(Locale::kNominitiveMonth, 10));
+    EXPECT_EQ(11U, locale.storedNames(Locale::kNominitiveMonth).size());
     // Eleven entries: the twelfth month is the English one.
     EXPECT_EQ(String(L"December"), locale.getNameAsString(Locale::kNominitiveMonth, 11));
 }

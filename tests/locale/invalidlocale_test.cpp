@@ -39,6 +39,7 @@ const std::vector<Operation>& operations()
         {"getNameAsString", [](Locale& l) { l.getNameAsString(Locale::kDay, 0); }},
         {"getNameAsString of no index", [](Locale& l) { l.getNameAsString(Locale::kDay, 99); }},
         {"getAllNames", [](Locale& l) { allNames(l, Locale::kDateFormats); }},
+        {"storedNames", [](Locale& l) { static_cast<void>(l.storedNames(Locale::kDay)); }},
         {"getDateOrder", [](Locale& l) { l.getDateOrder(); }},
         {"is24Hours", [](Locale& l) { l.is24Hours(); }},
         {"getFirstDayOfWeek", [](Locale& l) { l.getFirstDayOfWeek(); }},
