@@ -1,7 +1,5 @@
 #include "vel/xml/xmlexception.h"
 
-#include <string>
-
 namespace vel {
 
 namespace {
