@@ -41,77 +41,12 @@ private:
     std::vector<const XmlElement*> m_tNext;  // one for each level, null where a level is done
 };
 
-/// The length of the tag at the front; a ">" in an attribute's value does not end it.
-std::size_t tagLength(std::wstring_view xml) noexcept
+/// Appends the insert that the element stands for, if it is one.
+void appendInsert(const XmlElement& element, std::wstring& out)
 {
-    wchar_t quote = 0;
-    for (std::size_t i = 0; i < xml.size(); ++i) {
-        const wchar_t character = xml[i];
-        if (quote != 0) {
-            quote = character == quote ? L'\0' : quote;
-        } else if (character == L'"' || character == L'\'') {
-            quote = character;
-        } else if (character == L'>') {
-            return i + 1;
-        }
+    if (element.name() == L"param" && isInsertNumber(element.attribute(L"insert"))) {
+        out.append(L"<velm:param insert=\"").append(element.attribute(L"insert")).append(L"\"/>");
     }
-    return xml.size();
-}
-
-void appendInsert(const XmlElement* element, std::wstring& out)
-{
-    if (element == nullptr || element->name() != L"param" || !isInsertNumber(element->attribute(L"insert"))) {
-        return;
-    }
-    out.append(L"<velm:param insert=\"").append(element->attribute(L"insert")).append(L"\"/>");
-}
-
-/// The character of a reference without its "&" and ";", such as "lt" or "#xD".
-wchar_t referencedCharacter(std::wstring_view name)
-{
-    if (name.starts_with(L"#")) {
-        const bool hexadecimal = name.starts_with(L"#x");
-        return static_cast<wchar_t>(
-            std::stoul(std::wstring(name.substr(hexadecimal ? 2 : 1)), nullptr, hexadecimal ? 16 : 10));
-    }
-    return name == L"lt" ? L'<' : name == L"gt" ? L'>' : name == L"amp" ? L'&' : name == L"quot" ? L'"' : L'\'';
-}
-
-/// Appends character data, its references replaced.
-void appendUnescaped(std::wstring_view data, std::wstring& out)
-{
-    while (!data.empty()) {
-        const std::size_t plain = std::min(data.find(L'&'), data.size());
-        out.append(data.substr(0, plain));
-        data.remove_prefix(plain);
-        const std::size_t end = data.find(L';');
-        if (data.empty() || end == std::wstring_view::npos) {
-            return;
-        }
-        out.push_back(referencedCharacter(data.substr(1, end - 1)));
-        data.remove_prefix(end + 1);
-    }
-}
-
-/// The text of mixed content. The element tree gives text and children apart, its written form gives their order: the
-/// two are walked together, each start tag being the next descendant's.
-String mixedText(const XmlElement& message)
-{
-    const String written = message.toXmlText();
-    std::wstring_view rest = written.view();
-    rest.remove_prefix(tagLength(rest));
-    Descendants descendants(message);
-    std::wstring out;
-    while (!rest.empty()) {
-        const std::size_t tag = std::min(rest.find(L'<'), rest.size());
-        appendUnescaped(rest.substr(0, tag), out);
-        rest.remove_prefix(tag);
-        if (!rest.empty() && !rest.starts_with(L"</")) {
-            appendInsert(descendants.next(), out);
-        }
-        rest.remove_prefix(tagLength(rest));
-    }
-    return String(std::move(out));
 }
 
 }  // namespace
@@ -128,11 +63,21 @@ std::optional<String> referencedKey(const XmlElement& message)
 
 String messageText(const XmlElement& message)
 {
-    if (message.firstChild() != nullptr) {
-        return mixedText(message);
+    // Every element's text is a piece of the same run of characters: what stands before a descendant ends where the
+    // descendant's own text begins.
+    std::wstring_view rest;
+    message.innerTextView(rest);
+    std::wstring out;
+    Descendants descendants(message);
+    while (const XmlElement* element = descendants.next()) {
+        std::wstring_view own;
+        element->innerTextView(own);
+        const std::size_t before = static_cast<std::size_t>(own.data() - rest.data());
+        out.append(rest.substr(0, before));
+        rest.remove_prefix(before);
+        appendInsert(*element, out);
     }
-    std::wstring_view text;
-    return message.innerTextView(text) ? String(text) : message.innerText();
+    return String(std::move(out.append(rest)));
 }
 
 }  // namespace vel::messages_details
