@@ -1,7 +1,12 @@
+#include "i18nmessages.h"
+
 #include "vel/core/staticinit.h"
 #include "vel/messages/messagefilesregistry.h"
 
-namespace vel {
+namespace vel::i18n_details {
+
+VEL_INIT_TABLES const Message kmsgCurrencyFormatLocaleCurrencyHeading =
+    Message::external(L"kmsgCurrencyFormatLocaleCurrencyHeading");
 
 namespace {
 
@@ -15,4 +20,4 @@ VEL_INIT_VALUES const I18nMessagesRegistration g_registration;
 
 }  // namespace
 
-}  // namespace vel
+}  // namespace vel::i18n_details

@@ -1,0 +1,235 @@
+#include "webi18n/currencylookup.h"
+
+#include <cwchar>
+#include <memory>
+#include <optional>
+
+#include "vel/core/message.h"
+#include "vel/core/staticinit.h"
+#include "vel/log/logger.h"
+#include "vel/xml/xmldocument.h"
+#include "vel/xml/xmlpath.h"
+
+namespace vel {
+
+namespace {
+
+VEL_INIT_TABLES const XmlPath kpfCurrency(L"Currencies/Currency");
+VEL_INIT_TABLES const XmlPath kpfNegative(L"negative");
+
+constexpr const wchar_t* kPropertyFile = L"currenciesFile";
+constexpr const wchar_t* ksDisplay = L"display";
+constexpr const wchar_t* ksLocal = L"local";
+constexpr const wchar_t* ksInternational = L"international";
+constexpr const wchar_t* ksLocalCurrencyFormat = L"$#";
+constexpr const wchar_t* ksInternationalCurrencyFormat = L"# $";
+constexpr const wchar_t* ksMinus = L"minus";
+constexpr const wchar_t* ksMinusSymbol = L"-";
+constexpr const wchar_t* ksParens = L"parens";
+constexpr const wchar_t* ksParensOpenSymbol = L"(";
+constexpr const wchar_t* ksParensCloseSymbol = L")";
+
+[[maybe_unused]] constexpr LogSource klsCurrencyLookup(L"vel.i18n.currencyLookup");
+constexpr LogSource klsCurrencyLookupLoad(L"vel.i18n.currencyLookup.loadCurrencies");
+
+String attributeOf(const XmlElement& element, const wchar_t* name)
+{
+    return String(element.attribute(name));
+}
+
+/// "true", "false", "1" and "0"; anything else, and nothing, is the default.
+bool booleanAttribute(const XmlElement& element, const wchar_t* name, bool defaultValue)
+{
+    const std::wstring_view text = element.attribute(name);
+    if (text == L"true" || text == L"1") {
+        return true;
+    }
+    return text == L"false" || text == L"0" ? false : defaultValue;
+}
+
+std::optional<Currency::Type> typeOf(const String& text)
+{
+    if (text.equalsNoCase(ksLocal)) {
+        return Currency::kLocal;
+    }
+    return text.equalsNoCase(ksInternational) ? std::optional(Currency::kInternational) : std::nullopt;
+}
+
+}  // namespace
+
+/// Builds one record from its element.
+class CurrencyReader
+{
+public:
+    /// The record, or null for an element that is to be skipped.
+    static Handle<const Currency> read(const XmlElement& element);
+
+private:
+    explicit CurrencyReader(const XmlElement& element) : m_tElement(element), m_hCurrency(makeHandle<Currency>()) {}
+
+    void readTexts();
+    void readNegativeFormats();
+    void readCaptions();
+
+    const XmlElement& m_tElement;
+    Handle<Currency> m_hCurrency;
+};
+
+Handle<const Currency> CurrencyReader::read(const XmlElement& element)
+{
+    const String tag = attributeOf(element, L"tag");
+    const String type = attributeOf(element, L"type");
+    if (tag.isEmpty() || type.isEmpty()) {
+        VEL_LOG(kLogWarning,
+                Message::text(L"Skipping element with blank tag or type: %1").insert(1, element.toXmlText()));
+        return {};
+    }
+    const std::optional<Currency::Type> known = typeOf(type);
+    if (!known) {
+        return {};
+    }
+    CurrencyReader reader(element);
+    reader.m_hCurrency->m_sTag = tag;
+    reader.m_hCurrency->m_eType = *known;
+    reader.readTexts();
+    reader.readNegativeFormats();
+    reader.readCaptions();
+    return reader.m_hCurrency;
+}
+
+void CurrencyReader::readTexts()
+{
+    Currency& currency = *m_hCurrency;
+    currency.m_sCurrencySymbol = attributeOf(m_tElement, L"symbol");
+    currency.m_sLocaleDefinitionName = attributeOf(m_tElement, L"locale");
+    currency.m_sFormat = attributeOf(m_tElement, L"format");
+    if (currency.m_sFormat.isEmpty()) {
+        currency.m_sFormat =
+            currency.m_eType == Currency::kLocal ? ksLocalCurrencyFormat : ksInternationalCurrencyFormat;
+    }
+    const String digits = attributeOf(m_tElement, L"digits");
+    currency.m_nDigits = digits.isEmpty() ? -1 : static_cast<std::int32_t>(std::wcstol(digits.c_str(), nullptr, 10));
+    currency.m_bDisplay = booleanAttribute(m_tElement, ksDisplay, true);
+    currency.m_bPlaceholder = booleanAttribute(m_tElement, L"placeholder", false);
+    currency.m_bThousandsSeparator = booleanAttribute(m_tElement, L"thousandsSeparator", true);
+}
+
+void CurrencyReader::readNegativeFormats()
+{
+    Currency& currency = *m_hCurrency;
+    Currency::NegativeFormats& formats = currency.m_vNegativeFormats;
+    const auto addMissing = [&](const wchar_t* tag, String format) {
+        formats.try_emplace(tag, std::move(format), tag);
+    };
+    currency.m_sPreferredNegativeTag = ksMinus;
+    for (const NonOwningPtr<const XmlElement>& negative : m_tElement.select(kpfNegative)) {
+        const String tag = attributeOf(*negative, L"tag");
+        const String format = attributeOf(*negative, L"format");
+        if (tag.isEmpty() || format.isEmpty()) {
+            continue;
+        }
+        if (formats.empty()) {
+            currency.m_sPreferredNegativeTag = tag;
+        }
+        formats.insert_or_assign(tag, Currency::NegativeFormat(format, tag));
+    }
+    addMissing(ksParens, String(ksParensOpenSymbol) + currency.m_sFormat + ksParensCloseSymbol);
+    addMissing(ksMinus, String(ksMinusSymbol) + currency.m_sFormat);
+}
+
+void CurrencyReader::readCaptions()
+{
+    // Files exist with either spelling of the caption's attribute.
+    std::wstring_view message = m_tElement.attribute(L"displayMessage");
+    if (message.empty()) {
+        message = m_tElement.attribute(L"displaymessage");
+    }
+    if (!message.empty()) {
+        m_hCurrency->m_tDisplayMessage = GDVariant::message(Message::external(String(message)));
+    }
+    if (const std::wstring_view name = m_tElement.attribute(L"displayName"); !name.empty()) {
+        m_hCurrency->m_tDisplayName = GDVariant::message(Message::external(String(name)));
+    }
+}
+
+namespace {
+
+VEL_INIT_VALUES CurrencyLookup g_tInstance;
+
+}  // namespace
+
+CurrencyLookup& CurrencyLookup::getInstance()
+{
+    return g_tInstance;
+}
+
+CurrencyLookup::CurrencyLookup() = default;
+CurrencyLookup::CurrencyLookup(const CurrencyLookup&) = default;
+CurrencyLookup::~CurrencyLookup() = default;
+
+CurrencyLookup::CurrencyLookup(const String& path)
+{
+    loadCurrencies(path);
+}
+
+void CurrencyLookup::loadCurrencies(const String& path)
+{
+    const ScopedLogSource source(klsCurrencyLookupLoad);
+    const ScopedLogProperty file(kPropertyFile, path.view());
+    VEL_LOG(kLogInformation, Message::text(L"Loading currencies file '%1'.").insert(1, path));
+    const XmlDocument document = XmlDocument::load(path);
+    CurrencyLookup changed(*this);
+    for (const NonOwningPtr<const XmlElement>& element : document.select(kpfCurrency)) {
+        if (const Handle<const Currency> currency = CurrencyReader::read(*element); !currency.isNull()) {
+            changed.add(currency);
+        }
+    }
+    swap(changed);
+}
+
+/// Of several with one tag or symbol the last is found; the list keeps them all.
+void CurrencyLookup::add(const Handle<const Currency>& currency)
+{
+    m_tCurrencyMap.insert_or_assign(currency->getTag(), currency);
+    m_tCurrencyList.push_back(currency);
+    m_tSymbolToCurrencyMap.insert_or_assign(currency->getCurrencySymbol(), currency);
+    m_tTagIndex.insert_or_assign(currency->getTag().view(), currency);
+    m_tSymbolIndex.insert_or_assign(currency->getCurrencySymbol().view(), currency);
+}
+
+void CurrencyLookup::swap(CurrencyLookup& other) noexcept
+{
+    m_tCurrencyMap.swap(other.m_tCurrencyMap);
+    m_tCurrencyList.swap(other.m_tCurrencyList);
+    m_tSymbolToCurrencyMap.swap(other.m_tSymbolToCurrencyMap);
+    m_tTagIndex.swap(other.m_tTagIndex);
+    m_tSymbolIndex.swap(other.m_tSymbolIndex);
+}
+
+std::size_t CurrencyLookup::TextHash::operator()(std::wstring_view text) const noexcept
+{
+    std::uint64_t hash = text.size();
+    for (const wchar_t character : text) {
+        hash = (hash ^ static_cast<std::uint32_t>(character)) * 0x9E3779B97F4A7C15ULL;
+        hash ^= hash >> 29;
+    }
+    return static_cast<std::size_t>(hash);
+}
+
+Handle<const Currency> CurrencyLookup::find(const Index& index, const String& key)
+{
+    const auto found = index.find(key.view());
+    return found == index.end() ? Handle<const Currency>() : found->second;
+}
+
+Handle<const Currency> CurrencyLookup::lookupCurrencyTag(const String& tag) const
+{
+    return find(m_tTagIndex, tag);
+}
+
+Handle<const Currency> CurrencyLookup::lookupCurrencySymbol(const String& symbol) const
+{
+    return find(m_tSymbolIndex, symbol);
+}
+
+}  // namespace vel
