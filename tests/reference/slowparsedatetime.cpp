@@ -9,6 +9,7 @@ namespace reference {
 
 namespace {
 
+using namespace std::string_view_literals;
 using vel::Locale;
 using vel::ParseDateTime;
 
@@ -110,34 +111,35 @@ bool beginsWithAnyCase(std::wstring_view text, std::wstring_view start)
 }
 
 /// A character that is no digit: a marker is taken whole, anything else alone.
-Reading readWord(Reading reading, const Conventions& conventions)
+void readWord(Reading& reading, const Conventions& conventions)
 {
     if (std::iswalpha(static_cast<wint_t>(reading.m_sRest[0])) == 0) {
-        return behind(reading, 1);
+        reading.m_sRest.remove_prefix(1);
+        return;
     }
     struct
     {
         std::wstring_view m_sMarker;
         bool m_bIsPM;
-    } const rows[] = {
-        {conventions.m_sPM, true}, {conventions.m_sAM, false}, {L"pm", true}, {L"am", false}, {L"p.m.", true},
-        {L"a.m.", false}};
+    } const rows[] = {{conventions.m_sPM, true}, {conventions.m_sAM, false}, {L"pm"sv, true},
+                      {L"am"sv, false},          {L"p.m."sv, true},          {L"a.m."sv, false}};
     for (const auto& row : rows) {
         if (!row.m_sMarker.empty() && beginsWithAnyCase(reading.m_sRest, row.m_sMarker)) {
             reading.m_bPM = reading.m_bPM || row.m_bIsPM;
             reading.m_bAM = reading.m_bAM || !row.m_bIsPM;
-            return behind(reading, row.m_sMarker.size());
+            reading.m_sRest.remove_prefix(row.m_sMarker.size());
+            return;
         }
     }
-    return behind(reading, 1);
+    reading.m_sRest.remove_prefix(1);
 }
 
 Follower followerOf(std::wstring_view rest, wchar_t letter, const Conventions& conventions)
 {
-    if (letter == L's' || beginsWith(rest, L":") || beginsWith(rest, conventions.m_sTimeSeparator)) {
+    if (letter == L's' || beginsWith(rest, L":"sv) || beginsWith(rest, conventions.m_sTimeSeparator)) {
         return kTime;
     }
-    for (const std::wstring_view separator : {L"/", L"-", L"."}) {
+    for (const std::wstring_view separator : {L"/"sv, L"-"sv, L"."sv}) {
         if (beginsWith(rest, separator)) {
             return kDate;
         }
@@ -170,7 +172,7 @@ Reading storeAsYear(Reading reading, Number number)
 /// Behind the seconds. The first character of a fraction is taken for a digit unseen.
 Reading readFraction(Reading reading)
 {
-    if (!beginsWith(reading.m_sRest, L".") && !beginsWith(reading.m_sRest, L",")) {
+    if (!beginsWith(reading.m_sRest, L"."sv) && !beginsWith(reading.m_sRest, L","sv)) {
         return reading;
     }
     reading = behind(reading, 1);
@@ -269,7 +271,11 @@ TypedAnswer parseTyped(std::wstring_view text, const Conventions& conventions, u
     const unsigned expectedDate = expected & (ParseDateTime::kYear | ParseDateTime::kMonth | ParseDateTime::kDay);
     Reading reading{text, orderFor(expectedDate, conventions.m_eOrder), expectedDate == 0 ? 3U : 0U};
     while (!reading.m_sRest.empty() && !reading.m_bFailed) {
-        reading = isDigit(reading.m_sRest[0]) ? readNumber(reading, conventions) : readWord(reading, conventions);
+        if (isDigit(reading.m_sRest[0])) {
+            reading = readNumber(reading, conventions);
+        } else {
+            readWord(reading, conventions);
+        }
     }
     if (reading.m_bFailed) {
         return {0, reading.m_tValues.dateTime(), false};

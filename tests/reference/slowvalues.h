@@ -20,7 +20,7 @@ struct Number
 
 inline bool isDigit(wchar_t character)
 {
-    return std::wstring_view(L"0123456789").find(character) != std::wstring_view::npos;
+    return character >= L'0' && character <= L'9';
 }
 
 inline Number leadingNumber(std::wstring_view text)
@@ -52,13 +52,11 @@ struct Values
     std::array<std::uint32_t, 7> m_aValue{};
     std::array<bool, 7> m_aStands{};
 
-    static std::size_t placeOf(wchar_t letter)
+    static constexpr std::size_t placeOf(wchar_t letter)
     {
+        constexpr std::wstring_view kLetters = L"YMDhmsf";
         std::size_t place = 0;
-        for (const wchar_t each : {L'Y', L'M', L'D', L'h', L'm', L's'}) {
-            if (each == letter) {
-                return place;
-            }
+        while (place + 1 < kLetters.size() && kLetters[place] != letter) {
             ++place;
         }
         return place;
