@@ -31,6 +31,7 @@ vel::Handle<const vel::LocaleTagLookup> loadCatalogue(const Data& data, const ve
 void addCatalogueRows(std::vector<Situation>& rows, const Data& data);
 void addMappingRows(std::vector<Situation>& rows, const Data& data);
 void addLocaleRows(std::vector<Situation>& rows);
+void addDateRows(std::vector<Situation>& rows, const Data& data);
 void addStartupRows(std::vector<Situation>& rows);
 
 }  // namespace bench

@@ -52,6 +52,7 @@ std::vector<bench::Situation> allRows(const Arguments& arguments)
     bench::addCatalogueRows(rows, data);
     bench::addMappingRows(rows, data);
     bench::addLocaleRows(rows);
+    bench::addDateRows(rows, data);
     bench::addStartupRows(rows);
     return rows;
 }
