@@ -1,0 +1,35 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <unordered_set>
+
+#include "vel/core/nocasecompare.h"
+#include "vel/core/string.h"
+#include "webi18n/localetaglookup.h"
+
+namespace cli {
+
+/// Names without regard to case.
+using NameSet = std::set<vel::String, vel::NoCaseCompareLess>;
+
+/// What the checked files refer to, as far as it was loaded. Where something is not known, what depends on it is not
+/// judged: one file that cannot be read must not make every name in the others look wrong.
+struct Knowledge
+{
+    vel::LocaleMap m_tDefinitions;                                  ///< by name, with what they inherit
+    bool m_bAllDefinitionsRead = true;                              ///< no definitions file was unreadable
+    std::optional<NameSet> m_tAllowed;                              ///< nothing: not configured, or unreadable
+    std::optional<std::unordered_set<vel::String>> m_tMessageKeys;  ///< of all languages; nothing: no messages
+
+    bool knowsDefinitions() const noexcept { return m_bAllDefinitionsRead && !m_tDefinitions.empty(); }
+    bool isDefined(std::wstring_view name) const { return m_tDefinitions.find(name) != m_tDefinitions.end(); }
+    /// Whether the library takes the name as a target; what is not known is taken to be so.
+    bool isUsable(std::wstring_view name) const
+    {
+        return m_tAllowed ? m_tAllowed->find(name) != m_tAllowed->end() : !knowsDefinitions() || isDefined(name);
+    }
+};
+
+}  // namespace cli

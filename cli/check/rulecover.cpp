@@ -1,0 +1,39 @@
+#include "check/rulecover.h"
+
+namespace cli {
+
+std::optional<RuleCover::Rule> RuleCover::covering(std::wstring_view pattern) const
+{
+    const std::size_t star = pattern.find(L'*');
+    NodeIndex node = 0;
+    for (const wchar_t character : pattern.substr(0, star)) {
+        if (m_vNodes[node].m_tPrefixRule) {
+            return m_vNodes[node].m_tPrefixRule;
+        }
+        const auto edge = m_tEdges.find(keyOf(node, character));
+        if (edge == m_tEdges.end()) {
+            return std::nullopt;
+        }
+        node = edge->second;
+    }
+    if (m_vNodes[node].m_tPrefixRule || star != pattern.npos) {
+        return m_vNodes[node].m_tPrefixRule;
+    }
+    return m_vNodes[node].m_tExactRule;
+}
+
+void RuleCover::add(std::wstring_view pattern, Rule rule)
+{
+    const std::size_t star = pattern.find(L'*');
+    NodeIndex node = 0;
+    for (const wchar_t character : pattern.substr(0, star)) {
+        const auto [edge, isNew] = m_tEdges.emplace(keyOf(node, character), static_cast<NodeIndex>(m_vNodes.size()));
+        if (isNew) {
+            m_vNodes.emplace_back();
+        }
+        node = edge->second;
+    }
+    (star == pattern.npos ? m_vNodes[node].m_tExactRule : m_vNodes[node].m_tPrefixRule) = rule;
+}
+
+}  // namespace cli
