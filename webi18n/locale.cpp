@@ -83,12 +83,12 @@ void Locale::getInfo(StringInfo info, StringBufferBase& out) const
 
 const String Locale::getInfoAsString(StringInfo info) const  // NOLINT(readability-const-return-type)
 {
-    return m_hGuts->info(info);
+    return String(m_hGuts->info(info));
 }
 
 std::wstring_view Locale::getInfoView(StringInfo info) const
 {
-    return m_hGuts->info(info).view();
+    return m_hGuts->info(info);
 }
 
 void Locale::getName(NameType type, unsigned index, StringBufferBase& out) const
@@ -108,7 +108,7 @@ void Locale::getAllNames(NameType type, std::vector<String>& out) const
     m_hGuts->getAllNames(type, out);
 }
 
-const std::vector<String>& Locale::storedNames(NameType type) const
+std::vector<String> Locale::storedNames(NameType type) const
 {
     return m_hGuts->storedNames(type);
 }
@@ -150,7 +150,7 @@ int Locale::collateStrings(CollateOptions options, const String& a, const String
 
 GDVariant Locale::getLocaleMessage(Handle<const MessageTable> table) const
 {
-    const String& key = m_hGuts->info(kLocaleMessageName);
+    const String key(m_hGuts->info(kLocaleMessageName));
     if (!table.isNull()) {
         GDVariant message = table->lookUp(key);
         if (!message.isUndefinedOrNull()) {

@@ -66,8 +66,8 @@ const CopyOnWrite<XmlLocaleImpl::Strings>& XmlLocaleImpl::freshStrings()
 void XmlLocaleImpl::store(Locale::StringInfo info, std::wstring_view text)
 {
     // What stays equal stays shared.
-    if (stored(info).view() != text) {
-        m_aStrings.edit()[info] = text.empty() ? Text() : Text(String(text));
+    if (stored(info) != text) {
+        m_aStrings.edit()[info] = text.empty() ? Text() : Text(text);
     }
 }
 
@@ -75,7 +75,7 @@ void XmlLocaleImpl::applyXmlDefinition(const XmlElement& definition)
 {
     const ScopedLogSource source(klsApplyDefinition);
     if (const std::wstring_view name = definition.attribute(L"name"); !name.empty()) {
-        m_sDefinitionName = Text(String(name));
+        m_sDefinitionName = CopyOnWrite<String>(String(name));
     }
     detachMonetary(Locale::kMonetaryThousandsSeparator, Locale::kThousandsSeparator);
     detachMonetary(Locale::kMonetaryDecimalSeparator, Locale::kDecimalSeparator);
@@ -102,7 +102,7 @@ void XmlLocaleImpl::detachMonetary(Locale::StringInfo monetary, Locale::StringIn
 
 void XmlLocaleImpl::attachMonetary(Locale::StringInfo monetary, Locale::StringInfo plain)
 {
-    if (stored(monetary).isEmpty() && !stored(plain).isEmpty()) {
+    if (stored(monetary).empty() && !stored(plain).empty()) {
         const Text shared = (*m_aStrings)[plain];
         m_aStrings.edit()[monetary] = shared;
     }
@@ -140,10 +140,9 @@ bool XmlLocaleImpl::applyScalar(std::wstring_view name, const XmlElement& proper
 bool XmlLocaleImpl::applyList(std::wstring_view name, const XmlElement& property)
 {
     if (const Locale::NameType type = s_NameTypeMap.find(name); type != Locale::kNameTypeEnd_) {
-        NameList list;
-        forEachEntry(property, [&](const XmlElement&, std::wstring_view text) { list.emplace_back(text); });
-        list.shrink_to_fit();
-        m_aNameLists.edit()[type] = CopyOnWrite<NameList>(std::move(list));
+        SharedTextsBuilder list;
+        forEachEntry(property, [&](const XmlElement&, std::wstring_view text) { list.add(text); });
+        m_aNameLists.edit()[type] = list.build();
         return true;
     }
     if (name == L"scaleFactors") {
@@ -181,7 +180,7 @@ void XmlLocaleImpl::applyScaleFactors(const XmlElement& property)
     m_tScaleFactors = CopyOnWrite<ScaleFactors>(std::move(factors));
 }
 
-String XmlLocaleImpl::buildDateInputFormat(const String& separator, Locale::DateOrder order) const
+String XmlLocaleImpl::buildDateInputFormat(std::wstring_view separator, Locale::DateOrder order) const
 {
     static constexpr const wchar_t* kFields[Locale::kDateOrderEnd_][3] = {
         {L"MM", L"dd", L"yyyy"}, {L"dd", L"MM", L"yyyy"}, {L"yyyy", L"MM", L"dd"}};
@@ -198,7 +197,7 @@ String XmlLocaleImpl::buildDateInputFormat(const String& separator, Locale::Date
     return format.toString();
 }
 
-String XmlLocaleImpl::buildTimeInputFormat(const String& separator, bool is24Hours) const
+String XmlLocaleImpl::buildTimeInputFormat(std::wstring_view separator, bool is24Hours) const
 {
     StringBuffer<511> format;
     format.append(is24Hours ? L"HH" : L"hh");
@@ -217,7 +216,8 @@ void XmlLocaleImpl::setOverridingDateInputFormat(const String& dateSeparator, Lo
     if (!separator.isEmpty() || order != Locale::kDateOrderEnd_) {
         // The order that is being replaced must not show through: without one of its own, the definition's counts.
         const Locale::DateOrder builtOrder = order == Locale::kDateOrderEnd_ ? m_eDateOrder : order;
-        format = buildDateInputFormat(separator.isEmpty() ? stored(Locale::kDateSeparator) : separator, builtOrder);
+        format =
+            buildDateInputFormat(separator.isEmpty() ? stored(Locale::kDateSeparator) : separator.view(), builtOrder);
     }
     m_sOverridingDateSeparator.swap(separator);
     m_eOverridingDateOrder = order;
@@ -230,7 +230,8 @@ void XmlLocaleImpl::setOverridingTimeInputFormat(const String& timeSeparator, Lo
     String format;
     if (!separator.isEmpty() || clock != Locale::kNotDefined24HR) {
         const bool is24Hours = clock == Locale::kNotDefined24HR ? m_b24Hours : clock == Locale::kIs24HR;
-        format = buildTimeInputFormat(separator.isEmpty() ? stored(Locale::kTimeSeparator) : separator, is24Hours);
+        format =
+            buildTimeInputFormat(separator.isEmpty() ? stored(Locale::kTimeSeparator) : separator.view(), is24Hours);
     }
     m_sOverridingTimeSeparator.swap(separator);
     m_eOverriding24Hours = clock;

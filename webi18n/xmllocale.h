@@ -1,10 +1,12 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "sharedtexts.h"
 #include "vel/core/copyonwrite.h"
 #include "vel/core/handle.h"
 #include "vel/core/string.h"
@@ -25,7 +27,7 @@ namespace vel::i18n_details {
 class XmlLocaleImpl final : public RefCounted
 {
 public:
-    using NameList = std::vector<String>;
+    using NameList = SharedTexts;
     using ScaleFactors = std::vector<std::pair<String, String>>;
 
     /// The defaults: AM and PM are "am" and "pm", everything else is empty, 12-hour clock, two currency digits, kMDY,
@@ -37,10 +39,10 @@ public:
 
     const String& definitionName() const noexcept { return m_sDefinitionName.get(); }
     /// The string property with the user's overrides applied.
-    const String& info(Locale::StringInfo info) const noexcept;
+    std::wstring_view info(Locale::StringInfo info) const noexcept;
     void getName(Locale::NameType type, unsigned index, StringBufferBase& out) const;
     void getAllNames(Locale::NameType type, std::vector<String>& out) const;
-    const NameList& storedNames(Locale::NameType type) const noexcept;
+    std::vector<String> storedNames(Locale::NameType type) const;
     Locale::DateOrder getDateOrder() const noexcept;
     bool is24Hours() const noexcept;
     unsigned getFirstDayOfWeek() const noexcept { return m_nFDOW; }
@@ -67,8 +69,8 @@ public:
     void setOverridingDateInputFormat(const String& dateSeparator, Locale::DateOrder order);
     void setOverridingTimeInputFormat(const String& timeSeparator, Locale::ClockIs24Hours clock);
 
-    String buildDateInputFormat(const String& separator, Locale::DateOrder order) const;
-    String buildTimeInputFormat(const String& separator, bool is24Hours) const;
+    String buildDateInputFormat(std::wstring_view separator, Locale::DateOrder order) const;
+    String buildTimeInputFormat(std::wstring_view separator, bool is24Hours) const;
 
     /// Exact: "mdy", "dmy" or "ymd"; empty for any other value.
     static const String& getDateOrderString(Locale::DateOrder order);
@@ -78,15 +80,16 @@ public:
     static Locale::DateOrder guessDateOrderByString(const String& text);
 
 private:
-    using Text = CopyOnWrite<String>;
+    /// A list of one text, or of none for the empty text.
+    using Text = SharedTexts;
     using Strings = std::array<Text, Locale::kStringInfoEnd_>;
-    using NameLists = std::array<CopyOnWrite<NameList>, Locale::kNameTypeEnd_>;
+    using NameLists = std::array<NameList, Locale::kNameTypeEnd_>;
 
     static const CopyOnWrite<Strings>& freshStrings();
 
-    const String& stored(Locale::StringInfo info) const noexcept { return (*m_aStrings)[info].get(); }
+    std::wstring_view stored(Locale::StringInfo info) const noexcept { return (*m_aStrings)[info].front(); }
     void store(Locale::StringInfo info, std::wstring_view text);
-    const NameList& nameList(Locale::NameType type) const noexcept { return (*m_aNameLists)[type].get(); }
+    const NameList& nameList(Locale::NameType type) const noexcept { return (*m_aNameLists)[type]; }
     const String* overrideOf(Locale::StringInfo info) const noexcept;
 
     void detachMonetary(Locale::StringInfo monetary, Locale::StringInfo plain);
@@ -100,7 +103,7 @@ private:
 
     const NameList& monthNamesFor(Locale::NameType type) const;
 
-    Text m_sDefinitionName;
+    CopyOnWrite<String> m_sDefinitionName;
     CopyOnWrite<Strings> m_aStrings;
     bool m_b24Hours = false;
     std::uint32_t m_nCurrencyDigits = 2;

@@ -21,7 +21,17 @@ void appendName(const XmlLocaleImpl::NameList& list, const wchar_t* const* fallb
     if (index >= count) {
         return;
     }
-    out.append(index < list.size() ? list[index].view() : std::wstring_view(fallback[index]));
+    out.append(index < list.size() ? list[index] : std::wstring_view(fallback[index]));
+}
+
+std::vector<String> stringsOf(const XmlLocaleImpl::NameList& list)
+{
+    std::vector<String> strings;
+    strings.reserve(list.size());
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        strings.emplace_back(list[i]);
+    }
+    return strings;
 }
 
 }  // namespace
@@ -52,16 +62,15 @@ const String* XmlLocaleImpl::overrideOf(Locale::StringInfo info) const noexcept
     }
 }
 
-const String& XmlLocaleImpl::info(Locale::StringInfo info) const noexcept
+std::wstring_view XmlLocaleImpl::info(Locale::StringInfo info) const noexcept
 {
     const String* overriding = overrideOf(info);
-    return overriding == nullptr || overriding->isEmpty() ? stored(info) : *overriding;
+    return overriding == nullptr || overriding->isEmpty() ? stored(info) : overriding->view();
 }
 
-const XmlLocaleImpl::NameList& XmlLocaleImpl::storedNames(Locale::NameType type) const noexcept
+std::vector<String> XmlLocaleImpl::storedNames(Locale::NameType type) const
 {
-    static const NameList kNone;
-    return type < Locale::kNameTypeEnd_ ? nameList(type) : kNone;
+    return type < Locale::kNameTypeEnd_ ? stringsOf(nameList(type)) : std::vector<String>();
 }
 
 Locale::DateOrder XmlLocaleImpl::getDateOrder() const noexcept
@@ -85,7 +94,7 @@ const XmlLocaleImpl::NameList& XmlLocaleImpl::monthNamesFor(Locale::NameType typ
         // with the type's own list where there are genitive names, else with the nominative ones.
         VEL_FAIL("false");
     }
-    return nameList(nameList(Locale::kGenetiveMonth).empty() ? Locale::kNominitiveMonth : type);
+    return nameList(nameList(Locale::kGenetiveMonth).isEmpty() ? Locale::kNominitiveMonth : type);
 }
 
 void XmlLocaleImpl::getName(Locale::NameType type, unsigned index, StringBufferBase& out) const
@@ -110,17 +119,17 @@ void XmlLocaleImpl::getAllNames(Locale::NameType type, std::vector<String>& out)
         VEL_FAIL("Invalid locale property name");
         return;
     }
-    if (type != Locale::kDateTimeFormats || !nameList(type).empty()) {
-        out = nameList(type);
+    if (type != Locale::kDateTimeFormats || !nameList(type).isEmpty()) {
+        out = stringsOf(nameList(type));
         return;
     }
     // The derived list follows what `out` held: callers pass an empty vector.
     const NameList& dates = nameList(Locale::kDateFormats);
     const NameList& times = nameList(Locale::kTimeFormats);
     out.reserve(out.size() + dates.size() * times.size());
-    for (const String& date : dates) {
-        for (const String& time : times) {
-            out.push_back(date + L" " + time);
+    for (std::size_t date = 0; date < dates.size(); ++date) {
+        for (std::size_t time = 0; time < times.size(); ++time) {
+            out.push_back(String(dates[date]) + L" " + times[time]);
         }
     }
 }

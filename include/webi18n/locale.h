@@ -157,9 +157,8 @@ public:
     void getAllNames(NameType type, std::vector<String>& out) const;
 
     /// A name list as the definition gave it: without the fallbacks of getName and the derived formats of getAllNames.
-    /// Empty for a list that was never set, and for any other value than the eight types. Valid while this Locale is
-    /// not changed.
-    const std::vector<String>& storedNames(NameType type) const;
+    /// Empty for a list that was never set, and for any other value than the eight types.
+    std::vector<String> storedNames(NameType type) const;
 
     /// The user's order when overridden, else the definition's.
     DateOrder getDateOrder() const;
