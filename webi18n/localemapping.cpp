@@ -1,6 +1,7 @@
 #include "webi18n/localemapping.h"
 
 #include "localemappingimpl.h"
+#include "localetaglookupstate.h"
 #include "vel/core/staticinit.h"
 #include "vel/log/logger.h"
 #include "vel/xml/xmlpath.h"
@@ -53,7 +54,11 @@ void LocaleMappingImpl::loadMappings(const String& sFile)
 LocaleMappingImpl::Target LocaleMappingImpl::targetOf(const XmlElement& rule)
 {
     const auto found = rule.select(kpfLocaleDefinition, 1);
-    return found.empty() ? Target() : Target(found.front()->attribute(L"name"));
+    if (found.empty()) {
+        return {};
+    }
+    const std::wstring_view name = found.front()->attribute(L"name");
+    return {name, NamedLocales::hashOf(name), true};
 }
 
 bool LocaleMappingImpl::isLanguageSupported(const String& sLanguage) const
@@ -65,60 +70,67 @@ bool LocaleMappingImpl::isLanguageSupported(const String& sLanguage) const
 std::pair<Locale, String> LocaleMappingImpl::mapLanguage(const Locale& rOldTag, const String& sLanguage) const
 {
     const ScopedLogSource source(klsLocaleMappingMapLanguage);
-    if (isLanguageSupported(sLanguage)) {
-        return {rOldTag, sLanguage};
-    }
-    String language = rOldTag.getInfoAsString(Locale::kDefaultLanguage);
-    return {rOldTag, language.isEmpty() ? m_sDefaultLanguage : std::move(language)};
+    return withLanguage(rOldTag, sLanguage);
 }
 
-bool LocaleMappingImpl::findTarget(std::size_t rule, Locale& rLocale) const
+std::pair<Locale, String> LocaleMappingImpl::withLanguage(const Locale& rLocale, const String& sLanguage) const
+{
+    if (isLanguageSupported(sLanguage)) {
+        return {rLocale, sLanguage};
+    }
+    const std::wstring_view language = rLocale.getInfoView(Locale::kDefaultLanguage);
+    return {rLocale, language.empty() ? m_sDefaultLanguage : String(language)};
+}
+
+/// The locale of the rule's target, or null when it has none or that is not allowed.
+const Locale* LocaleMappingImpl::findTarget(std::size_t rule) const
 {
     const Target& target = m_vTargets[rule];
-    return target && m_hLocaleTagLookup->findLocaleByDefinitionName(*target, rLocale);
+    if (!target.m_bExists) {
+        return nullptr;
+    }
+    return m_hLocaleTagLookup->m_pState->m_tSupportedLocales.find(target.m_sDefinition.view(), target.m_nHash);
 }
 
 LocaleMappingRule LocaleMappingImpl::describe(std::size_t rule) const
 {
-    return {rule, String(m_vMappings[rule]->attribute(L"matches")), m_vTargets[rule].value_or(String())};
+    return {rule, String(m_vMappings[rule]->attribute(L"matches")), m_vTargets[rule].m_sDefinition};
 }
 
-/// Sets the candidate to the locale of the first rule that matches and is allowed, and returns that rule; calls
-/// `skip(rule)` for the matching rules before it.
+/// The first rule that matches and whose locale is allowed decides; calls `skip(rule)` for the matching rules before
+/// it.
 template <typename Skip>
-std::optional<std::size_t> LocaleMappingImpl::applyRules(const String& sLocale, Locale& candidate, Skip skip) const
+LocaleMappingImpl::Decision LocaleMappingImpl::applyRules(const String& sLocale, Skip skip) const
 {
-    std::optional<std::size_t> applied;
+    Decision decision{&m_tDefaultLocaleTag, std::nullopt};
     m_tRuleTree.visitMatches(sLocale.view(), [&](std::size_t rule) {
-        if (!findTarget(rule, candidate)) {
+        const Locale* const locale = findTarget(rule);
+        if (locale == nullptr) {
             skip(rule);
             return false;
         }
-        applied = rule;
+        decision = {locale, rule};
         return true;
     });
-    return applied;
+    return decision;
 }
 
 std::pair<Locale, String> LocaleMappingImpl::mapLocale(const String& sLocale, const String& sLanguage) const
 {
     // Mapping a locale logs under the language's source, deliberately.
     const ScopedLogSource source(klsLocaleMappingMapLanguage);
-    Locale candidate = m_tDefaultLocaleTag;
-    applyRules(sLocale, candidate, [](std::size_t) {});
-    return mapLanguage(candidate, sLanguage);
+    return withLanguage(*applyRules(sLocale, [](std::size_t) {}).m_pLocale, sLanguage);
 }
 
 LocaleMappingExplanation LocaleMappingImpl::explainLocale(const String& sLocale, const String& sLanguage) const
 {
     LocaleMappingExplanation explanation;
-    Locale candidate = m_tDefaultLocaleTag;
-    const std::optional<std::size_t> applied =
-        applyRules(sLocale, candidate, [&](std::size_t rule) { explanation.m_tSkipped.push_back(describe(rule)); });
-    if (applied) {
-        explanation.m_tRule = describe(*applied);
+    const Decision decision =
+        applyRules(sLocale, [&](std::size_t rule) { explanation.m_tSkipped.push_back(describe(rule)); });
+    if (decision.m_tRule) {
+        explanation.m_tRule = describe(*decision.m_tRule);
     }
-    std::tie(explanation.m_tLocale, explanation.m_sLanguage) = mapLanguage(candidate, sLanguage);
+    std::tie(explanation.m_tLocale, explanation.m_sLanguage) = mapLanguage(*decision.m_pLocale, sLanguage);
     return explanation;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -28,14 +29,26 @@ public:
     LocaleMappingExplanation explainLocale(const String& sLocale, const String& sLanguage) const;
 
 private:
-    /// The target of a rule; nothing when it has none.
-    using Target = std::optional<String>;
+    /// The target of a rule. Its hash is kept, so that a request need not read the name to find the locale.
+    struct Target
+    {
+        String m_sDefinition;
+        std::uint32_t m_nHash = 0;
+        bool m_bExists = false;  ///< false for a rule without a target
+    };
+    /// What the rules made of a locale string.
+    struct Decision
+    {
+        const Locale* m_pLocale;             ///< lives as long as the catalogue does not change
+        std::optional<std::size_t> m_tRule;  ///< none for the default locale
+    };
 
     static Target targetOf(const XmlElement& rule);
-    bool findTarget(std::size_t rule, Locale& rLocale) const;
+    const Locale* findTarget(std::size_t rule) const;
     LocaleMappingRule describe(std::size_t rule) const;
     template <typename Skip>
-    std::optional<std::size_t> applyRules(const String& sLocale, Locale& candidate, Skip skip) const;
+    Decision applyRules(const String& sLocale, Skip skip) const;
+    std::pair<Locale, String> withLanguage(const Locale& rLocale, const String& sLanguage) const;
 
     XmlDocument m_tXmlDocument;  // kept: the rules point into it
     std::vector<NonOwningPtr<const XmlElement>> m_vMappings;

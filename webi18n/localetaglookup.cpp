@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "csv.h"
+#include "localetaglookupstate.h"
 #include "vel/core/staticinit.h"
 #include "vel/xml/xmldocument.h"
 #include "vel/xml/xmlpath.h"
@@ -29,32 +30,6 @@ constexpr const wchar_t* ksAllowedLocalesFile = L"Localization/AllowedLocalesFil
 constexpr const wchar_t* ksAllowedLocales = L"Localization/AllowedLocales";
 
 }  // namespace
-
-/// Every definition that was loaded, and the allowed ones by the names under which configuration named them.
-class LocaleTagLookupState
-{
-public:
-    LocaleMap m_tAllLocales;
-    LocaleMap m_tSupportedLocales;
-
-    /// Allows the locale of that name; an unknown or empty name is skipped.
-    void allow(std::wstring_view name)
-    {
-        if (name.empty()) {
-            return;
-        }
-        if (const auto found = m_tAllLocales.find(name); found != m_tAllLocales.end()) {
-            m_tSupportedLocales.insert_or_assign(String(name), found->second);
-        }
-    }
-
-    /// A copy of the base's locale; an empty one where the name is empty or not loaded before.
-    Locale baseFor(std::wstring_view basedOn) const
-    {
-        const auto found = basedOn.empty() ? m_tAllLocales.end() : m_tAllLocales.find(basedOn);
-        return found == m_tAllLocales.end() ? Locale() : found->second;
-    }
-};
 
 LocaleTagLookup::InvalidLocaleTag::InvalidLocaleTag(const String& tag)
     : Exception(Message(kmsgInvalidLocaleTag).insert(1, tag))
@@ -95,30 +70,31 @@ LocaleTagLookup& LocaleTagLookup::getInstanceForLoading()
 
 void LocaleTagLookup::loadLocaleDefinitions(const ConfigReader& config, const String& fileName)
 {
-    m_tFormats.clear();
+    m_pState->m_tFormats.clear();
     const XmlDocument document = XmlDocument::load(fileName);
     for (const NonOwningPtr<const XmlElement>& definition : document.root().select(kpfLocaleDefinition)) {
         Locale locale = m_pState->baseFor(definition->attribute(L"basedOn"));
         locale.applyXmlDefinition(*definition);
         // A definition without a name keeps its base's and so replaces the base, deliberately.
-        m_pState->m_tAllLocales.insert_or_assign(locale.definitionName(), locale);
-        addDataFormats(*definition);
+        m_pState->m_tAllLocales.set(locale.definitionName().view(), locale);
+        m_pState->addDataFormats(*definition);
     }
     for (const wchar_t* format : arrAllowedNumericCustomFmts) {
-        m_tFormats.emplace(format);
+        m_pState->m_tFormats.add(format);
     }
     loadConfig(config, kConfigInitialize);
 }
 
-/// Takes every nameless list entry, month and day names included, deliberately.
-void LocaleTagLookup::addDataFormats(const XmlElement& definition)
+void LocaleTagLookupState::addDataFormats(const XmlElement& definition)
 {
     for (const NonOwningPtr<const XmlElement>& entry : definition.select(kpfStandardDataFormats)) {
         if (!entry->attribute(L"name").empty()) {
             continue;
         }
-        if (String text = entry->innerText(); !text.isEmpty()) {
-            m_tFormats.insert(std::move(text));
+        if (std::wstring_view text; entry->innerTextView(text)) {
+            m_tFormats.add(text);
+        } else {
+            m_tFormats.add(entry->innerText().view());
         }
     }
 }
@@ -133,8 +109,8 @@ void LocaleTagLookup::loadLocaleLists(const String& fileName)
 
 bool LocaleTagLookup::loadConfig(const ConfigReader& config, EConfig /*mode*/)
 {
-    LocaleMap& supported = m_pState->m_tSupportedLocales;
-    LocaleMap tOrig;
+    i18n_details::NamedLocales& supported = m_pState->m_tSupportedLocales;
+    i18n_details::NamedLocales tOrig;
     tOrig.swap(supported);
     try {
         const FilePath file = config.getFilePath(ksAllowedLocalesFile);
@@ -153,27 +129,27 @@ bool LocaleTagLookup::loadConfig(const ConfigReader& config, EConfig /*mode*/)
 
 bool LocaleTagLookup::findLocaleByDefinitionName(const String& name, Locale& rLocale) const
 {
-    const LocaleMap& supported = m_pState->m_tSupportedLocales;
-    const auto found = supported.find(name);
-    if (found == supported.end()) {
+    const Locale* const found = m_pState->m_tSupportedLocales.find(name.view());
+    if (found == nullptr) {
         return false;
     }
-    rLocale = found->second;
+    rLocale = *found;
     return true;
 }
 
 void LocaleTagLookup::getSupportedLocales(std::vector<Locale>& out) const
 {
+    const LocaleMap& supported = m_pState->m_tSupportedLocales.inOrder();
     out.clear();
-    out.reserve(m_pState->m_tSupportedLocales.size());
-    for (const auto& [name, locale] : m_pState->m_tSupportedLocales) {
+    out.reserve(supported.size());
+    for (const auto& [name, locale] : supported) {
         out.push_back(locale);
     }
 }
 
 bool LocaleTagLookup::isValidDataFormat(const String& sDataFormat) const
 {
-    return m_tFormats.contains(sDataFormat);
+    return m_pState->m_tFormats.contains(sDataFormat.view());
 }
 
 }  // namespace vel

@@ -2,7 +2,6 @@
 
 #include <map>
 #include <memory>
-#include <set>
 #include <string_view>
 #include <vector>
 
@@ -20,6 +19,10 @@ namespace vel {
 using LocaleMap = std::map<String, Locale, NoCaseCompareLess>;
 
 class LocaleTagLookupState;
+
+namespace i18n_details {
+class LocaleMappingImpl;
+}  // namespace i18n_details
 
 /// The catalogue of locale definitions: every definition that was loaded, the allowed ones among them as configuration
 /// chooses, and the standard data formats.
@@ -95,11 +98,10 @@ public:
     bool isValidDataFormat(const String& sDataFormat) const;
 
 private:
-    void addDataFormats(const XmlElement& definition);
+    friend class i18n_details::LocaleMappingImpl;
 
     Config<LocaleTagLookup> m_tConfig;
     std::unique_ptr<LocaleTagLookupState> m_pState;
-    std::set<String, std::less<>> m_tFormats;
 };
 
 }  // namespace vel
