@@ -39,15 +39,15 @@ void LocaleMappingImpl::loadMappings(const String& sFile)
     XmlDocument document = XmlDocument::load(sFile);
     std::vector<NonOwningPtr<const XmlElement>> mappings = document.root().select(kpfMappings);
     std::vector<Target> targets;
-    LocaleRuleTree tree;
+    LocaleRuleTable table;
     targets.reserve(mappings.size());
     for (const NonOwningPtr<const XmlElement>& rule : mappings) {
-        tree.add(rule->attribute(L"matches"));
+        table.add(rule->attribute(L"matches"));
         targets.push_back(targetOf(*rule));
     }
     m_vMappings.swap(mappings);
     m_vTargets.swap(targets);
-    std::swap(m_tRuleTree, tree);
+    std::swap(m_tRuleTable, table);
     m_tXmlDocument = std::move(document);
 }
 
@@ -103,7 +103,7 @@ template <typename Skip>
 LocaleMappingImpl::Decision LocaleMappingImpl::applyRules(const String& sLocale, Skip skip) const
 {
     Decision decision{&m_tDefaultLocaleTag, std::nullopt};
-    m_tRuleTree.visitMatches(sLocale.view(), [&](std::size_t rule) {
+    m_tRuleTable.visitMatches(sLocale.view(), [&](std::size_t rule) {
         const Locale* const locale = findTarget(rule);
         if (locale == nullptr) {
             skip(rule);

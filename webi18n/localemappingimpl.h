@@ -56,7 +56,7 @@ private:
     Handle<const LocaleTagLookup> m_hLocaleTagLookup;
     String m_sDefaultLanguage;
     std::vector<Target> m_vTargets;  // by rule
-    LocaleRuleTree m_tRuleTree;
+    LocaleRuleTable m_tRuleTable;
 };
 
 }  // namespace vel::i18n_details

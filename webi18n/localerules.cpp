@@ -4,63 +4,68 @@ namespace vel::i18n_details {
 
 namespace {
 
-constexpr std::size_t kFirstEdges = 64;
+constexpr std::size_t kFirstPrefixes = 64;
+constexpr std::uint64_t kHashOfNothing = 1;
 
 }  // namespace
 
-LocaleRuleTree::LocaleRuleTree() : m_vNodes(1), m_vEdges(kFirstEdges)
+LocaleRuleTable::LocaleRuleTable() : m_vPrefixes(kFirstPrefixes)
 {}
 
-void LocaleRuleTree::add(std::wstring_view pattern)
+void LocaleRuleTable::add(std::wstring_view pattern)
 {
     const std::size_t star = pattern.find(L'*');
-    NodeIndex node = 0;
-    for (const wchar_t character : pattern.substr(0, star)) {
-        node = followOrAdd(node, character);
+    const std::wstring_view text = pattern.substr(0, star);
+    std::uint64_t hash = kHashOfNothing;
+    Prefix* prefix = &m_tEmptyPrefix;
+    for (const wchar_t character : text) {
+        hash = extended(hash, character);
+        prefix = &m_vPrefixes[placeOfOrAdd(hash)];
     }
-    const RuleIndex rule = static_cast<RuleIndex>(m_vNextRule.size());
-    m_vNextRule.push_back(kNone);
-    append(star == std::wstring_view::npos ? m_vNodes[node].m_tExactRules : m_vNodes[node].m_tPrefixRules, rule);
+    const RuleIndex rule = static_cast<RuleIndex>(m_vRules.size());
+    const bool isWhole = star == std::wstring_view::npos;
+    m_vRules.push_back({kNone, static_cast<std::uint32_t>(text.size()), m_vCharacters.size(), isWhole});
+    m_vCharacters.insert(m_vCharacters.end(), text.begin(), text.end());
+    append(isWhole ? prefix->m_tExactRules : prefix->m_tStarRules, rule);
 }
 
-LocaleRuleTree::NodeIndex LocaleRuleTree::followOrAdd(NodeIndex from, wchar_t character)
+std::size_t LocaleRuleTable::placeOfOrAdd(std::uint64_t hash)
 {
-    if (const NodeIndex known = follow(from, character); known != kNone) {
+    if (const std::size_t known = placeOf(hash); m_vPrefixes[known].m_nHash != 0) {
         return known;
     }
-    if ((m_nEdges + 1) * 2 > m_vEdges.size()) {
-        growEdges();
+    if ((m_nPrefixes + 1) * 2 > m_vPrefixes.size()) {
+        grow();
     }
-    const NodeIndex added = static_cast<NodeIndex>(m_vNodes.size());
-    m_vNodes.emplace_back();
-    m_vEdges[placeOf(from, character)] = {from, character, added};
-    ++m_nEdges;
-    return added;
+    const std::size_t place = placeOf(hash);
+    m_vPrefixes[place].m_nHash = hash;
+    ++m_nPrefixes;
+    return place;
 }
 
-void LocaleRuleTree::growEdges()
+void LocaleRuleTable::grow()
 {
-    std::vector<Edge> old(m_vEdges.size() * 2);
-    old.swap(m_vEdges);
-    for (const Edge& each : old) {
-        if (each.m_nTo != kNone) {
-            m_vEdges[placeOf(each.m_nFrom, each.m_cCharacter)] = each;
+    std::vector<Prefix> old(m_vPrefixes.size() * 2);
+    old.swap(m_vPrefixes);
+    for (const Prefix& each : old) {
+        if (each.m_nHash != 0) {
+            m_vPrefixes[placeOf(each.m_nHash)] = each;
         }
     }
 }
 
-void LocaleRuleTree::append(RuleList& list, RuleIndex rule)
+void LocaleRuleTable::append(RuleList& list, RuleIndex rule)
 {
     if (list.m_nFirst == kNone) {
         list.m_nFirst = rule;
     } else {
-        m_vNextRule[list.m_nLast] = rule;
+        m_vRules[list.m_nLast].m_nNext = rule;
     }
     list.m_nLast = rule;
 }
 
-/// The first rule of every list that the text reaches; returns how many.
-std::size_t LocaleRuleTree::collectHeads(std::wstring_view text, Heads& heads) const
+/// The first rule of every list that the text's prefixes reach; returns how many.
+std::size_t LocaleRuleTable::collectHeads(std::wstring_view text, Heads& heads) const
 {
     std::size_t count = 0;
     const auto take = [&](RuleIndex head) {
@@ -71,16 +76,18 @@ std::size_t LocaleRuleTree::collectHeads(std::wstring_view text, Heads& heads) c
             heads[count++] = head;
         }
     };
-    NodeIndex node = 0;
-    take(m_vNodes[node].m_tPrefixRules.m_nFirst);
+    std::uint64_t hash = kHashOfNothing;
+    const Prefix* prefix = &m_tEmptyPrefix;
+    take(prefix->m_tStarRules.m_nFirst);
     for (const wchar_t character : text) {
-        node = follow(node, character);
-        if (node == kNone) {
+        hash = extended(hash, character);
+        prefix = &m_vPrefixes[placeOf(hash)];
+        if (prefix->m_nHash == 0) {
             return count;
         }
-        take(m_vNodes[node].m_tPrefixRules.m_nFirst);
+        take(prefix->m_tStarRules.m_nFirst);
     }
-    take(m_vNodes[node].m_tExactRules.m_nFirst);
+    take(prefix->m_tExactRules.m_nFirst);
     return count;
 }
 
