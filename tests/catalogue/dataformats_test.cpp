@@ -73,6 +73,20 @@ TEST(DataFormats, OfTheLastFileReplaceThoseBefore)
     EXPECT_TRUE(catalogue.lookup().isValidDataFormat(L"[DDD]"));
 }
 
+TEST(DataFormats, OfThousandsEachIsFoundAndNoneBesides)
+{
+    std::string entries;
+    for (int i = 0; i < 5000; ++i) {
+        entries += "<property>" + std::to_string(i * 7) + "</property><property>dd" + std::to_string(i) + "</property>";
+    }
+    const Catalogue catalogue;
+    catalogue.load(definition("a", property("dateFormats", entries) + property("timeFormats", entries)), L"");
+    for (int i = 0; i < 35000; ++i) {
+        ASSERT_EQ(i % 7 == 0, catalogue.lookup().isValidDataFormat(std::to_wstring(i))) << i;
+        ASSERT_EQ(i < 5000, catalogue.lookup().isValidDataFormat(L"dd" + std::to_wstring(i))) << i;
+    }
+}
+
 TEST(DataFormats, OfADefinitionThatIsNotAllowedCount)
 {
     const Catalogue catalogue;

@@ -39,6 +39,13 @@ TEST(LocaleDefinitionLog, ABadDateOrderIsNamed)
     EXPECT_THAT(warningsOf(property("dateOrder", "")), testing::ElementsAre(String(L"Invalid date order string ''.")));
 }
 
+TEST(LocaleDefinitionLog, PerCentSignsOfABadValueAreShownAsTheyAre)
+{
+    EXPECT_THAT(warningsOf(property("dateOrder", "%1 100%% %") + property("firstDayOfWeek", "9%%")),
+                testing::ElementsAre(String(L"Invalid date order string '%1 100%% %'."),
+                                     String(L"Invalid first day of week: 9%%")));
+}
+
 TEST(LocaleDefinitionLog, AnUpperCaseDateOrderIsWarnedOfAndIsMDY)
 {
     const LogCapture log;
