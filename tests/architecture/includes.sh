@@ -22,7 +22,8 @@ fuzz                 core log xml messages config webi18n
 tests                core log xml messages config webi18n
 "
 
-# Pattern of a third-party header, then the folders that may name it. Benchmarks name it as the peer.
+# Pattern of a third-party header, then the folders that may name it. Benchmarks name it as the peer. Only tests change
+# the process's locale.
 thirdParty="
 expat\.h             platform/xml bench
 unicode/.*           datapack bench tests
@@ -31,10 +32,11 @@ CLI/.*               cli
 nlohmann/.*          cli tests/cli
 gtest/.*             tests
 gmock/.*             tests
+locale\.h            tests
 "
 
 # Headers of the system and the compiler, beside those of the C++ library (which have no extension).
-systemHeaders='cxxabi\.h|emmintrin\.h|fcntl\.h|malloc\.h|unistd\.h|dlfcn\.h|pthread\.h|sys/[a-z]+\.h'
+systemHeaders='cxxabi\.h|emmintrin\.h|fcntl\.h|malloc\.h|time\.h|unistd\.h|dlfcn\.h|pthread\.h|sys/[a-z]+\.h'
 
 faults=0
 fault() {
@@ -77,7 +79,7 @@ checkOwn() {
         *)
             # A header of the folder itself, of the folder above when it is a part of it, or of the tests' common ones.
             [[ -f "$(dirname "$file")/$header" || -f "${file%%/*}/$header" ]] && return
-            [[ $file == tests/* && (-f tests/support/$header || -f tests/reference/$header) ]] && return
+            [[ $file =~ ^(tests|bench|fuzz)/ && (-f tests/support/$header || -f tests/reference/$header) ]] && return
             [[ $file =~ ^(tests|bench|fuzz)/ && -n "$(ownSource "$header")" ]] && return
             fault "$file: \"$header\" is not in the folder of the file"
             return
