@@ -56,7 +56,8 @@ void addGlobalOptions(CLI::App& app, Written& written)
 Added addSubcommands(CLI::App& app)
 {
     Added added;
-    for (const auto add : {&addExplain, &addLocales, &addLocale, &addLanguages, &addDataFormat, &addCheck}) {
+    for (const auto add :
+         {&addExplain, &addLocales, &addLocale, &addLanguages, &addDataFormat, &addParse, &addParseXml, &addCheck}) {
         std::unique_ptr<Subcommand> subcommand = add(app);
         CLI::App* sub = app.get_subcommands({}).back();
         sub->fallthrough();

@@ -148,9 +148,7 @@ public:
 private:
     static void refuse(const String& name, Session& session, Output& output)
     {
-        const std::string problem = session.isDefined(name)
-                                        ? "the locale is defined but not allowed by the configuration"
-                                        : "there is no locale of that name";
+        const std::string problem = session.absenceOf(name);
         if (!output.isBatch()) {
             complain("error", visibleText(name) + ": " + problem);
             return;

@@ -144,4 +144,10 @@ bool Session::isDefined(const vel::String& name)
     return m_hEverything->findLocaleByDefinitionName(name, ignored);
 }
 
+std::string Session::absenceOf(const vel::String& name)
+{
+    return isDefined(name) ? "the locale is defined but not allowed by the configuration"
+                           : "there is no locale of that name";
+}
+
 }  // namespace cli

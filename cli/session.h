@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "layeredconfig.h"
@@ -41,6 +42,8 @@ public:
     vel::Handle<const vel::MessageTable> messages(const vel::String& language);
     /// Whether there is a definition of that name, allowed or not.
     bool isDefined(const vel::String& name);
+    /// What to tell about a name that is not among the allowed locales.
+    std::string absenceOf(const vel::String& name);
 
 private:
     vel::Handle<vel::LocaleTagLookup> loadCatalogue(const vel::ConfigReader& config);
