@@ -7,7 +7,7 @@ namespace vel::xml_details {
 namespace {
 
 constexpr std::size_t kMinBlock = std::size_t{1} << 10;
-constexpr std::size_t kMaxBlock = std::size_t{1} << 20;
+constexpr std::size_t kMaxBlock = std::size_t{4} << 20;
 
 }  // namespace
 
@@ -17,7 +17,7 @@ XmlArena::XmlArena(std::size_t nExpected) noexcept : m_nBlockSize(std::clamp(nEx
 void XmlArena::addBlock(std::size_t nAtLeast)
 {
     const std::size_t nSize = std::max(nAtLeast, m_nBlockSize);
-    std::unique_ptr<std::byte[]> block(new std::byte[nSize]);
+    XmlPiece<std::byte> block(nSize);
     std::byte* const start = block.get();
     m_tBlocks.push_back(std::move(block));
     m_pNext = start;

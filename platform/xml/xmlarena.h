@@ -1,8 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <vector>
+
+#include "xmlpages.h"
 
 namespace vel::xml_details {
 
@@ -47,7 +48,7 @@ public:
 private:
     void addBlock(std::size_t nAtLeast);
 
-    std::vector<std::unique_ptr<std::byte[]>> m_tBlocks;
+    std::vector<XmlPiece<std::byte>> m_tBlocks;
     std::byte* m_pNext = nullptr;
     std::size_t m_nLeft = 0;
     std::size_t m_nBlockSize;

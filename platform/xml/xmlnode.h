@@ -2,11 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string_view>
 
 #include "vel/xml/xmlelement.h"
 #include "xmlarena.h"
+#include "xmlpages.h"
 
 namespace vel::xml_details {
 
@@ -62,12 +62,12 @@ std::vector<NonOwningPtr<const XmlElement>> selectAmong(const XmlElementNode* fi
 struct XmlMemory
 {
     XmlArena m_tArena;
-    std::unique_ptr<wchar_t[]> m_pText;
+    XmlPiece<wchar_t> m_tText;
     std::size_t m_nTextLength = 0;
 
     /// For a document of `nBytes` of UTF-8. No reference or character of XML gives more characters than it has bytes,
-    /// so the text is never moved; the part of it that stays unused is never touched and so costs address space only.
-    explicit XmlMemory(std::size_t nBytes) : m_tArena(nBytes * 2), m_pText(new wchar_t[nBytes]) {}
+    /// so the text is never moved; the pages of it that stay unused are never touched and so cost address space only.
+    explicit XmlMemory(std::size_t nBytes) : m_tArena(nBytes * 2), m_tText(nBytes) {}
 };
 
 }  // namespace vel::xml_details

@@ -6,11 +6,13 @@
 #include <limits>
 #include <new>
 
+#include "xmlpages.h"
+
 namespace vel::xml_details {
 
 namespace {
 
-/// In front of every block: operator new knows no resizing, so the size must be remembered.
+/// In front of every block: to resize or release one, its size must be known.
 struct alignas(std::max_align_t) BlockHead
 {
     std::size_t m_nSize;
@@ -26,14 +28,14 @@ void* allocate(std::size_t size)
     if (size > std::numeric_limits<std::size_t>::max() - sizeof(BlockHead)) {
         return nullptr;
     }
-    void* const block = ::operator new(sizeof(BlockHead) + size, std::nothrow);
+    void* const block = allocatePiece(sizeof(BlockHead) + size);
     return block == nullptr ? nullptr : new (block) BlockHead{size} + 1;
 }
 
 void release(void* memory)
 {
     if (memory != nullptr) {
-        ::operator delete(headOf(memory));
+        releasePiece(headOf(memory), sizeof(BlockHead) + headOf(memory)->m_nSize);
     }
 }
 

@@ -12,7 +12,7 @@ struct XmlParserDeleter
 };
 using XmlParserPointer = std::unique_ptr<XML_ParserStruct, XmlParserDeleter>;
 
-/// A parser for UTF-8, whatever the document declares, that takes its memory from operator new. Throws std::bad_alloc.
+/// A parser for UTF-8, whatever the document declares, whose memory comes from allocatePiece. Throws std::bad_alloc.
 XmlParserPointer createParser();
 
 }  // namespace vel::xml_details

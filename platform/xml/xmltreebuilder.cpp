@@ -20,7 +20,7 @@ XmlTreeBuilder::XmlTreeBuilder(XML_Parser parser, const XmlSource& source, const
       m_tMemory(memory),
       m_tNames(memory.m_tArena),
       m_tPlaces(source.text()),
-      m_pTextEnd(memory.m_pText.get()),
+      m_pTextEnd(memory.m_tText.get()),
       m_nTextLeft(source.text().size())
 {}
 
@@ -35,7 +35,7 @@ const XmlElement* XmlTreeBuilder::build()
     if (status != XML_STATUS_OK) {
         throwParserError();
     }
-    m_tMemory.m_nTextLength = static_cast<std::size_t>(m_pTextEnd - m_tMemory.m_pText.get());
+    m_tMemory.m_nTextLength = static_cast<std::size_t>(m_pTextEnd - m_tMemory.m_tText.get());
     return m_pRoot;
 }
 
