@@ -7,7 +7,7 @@ namespace vel::i18n_details {
 
 namespace {
 
-constexpr std::size_t kFirstSlots = 64;
+constexpr std::size_t kFirstSlots = 1024;
 constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15ULL;
 
 std::uint64_t mixed(std::uint64_t hash, std::uint64_t word) noexcept

@@ -5,6 +5,7 @@
 
 #include "csv.h"
 #include "localetaglookupstate.h"
+#include "properties.h"
 #include "vel/core/staticinit.h"
 #include "vel/xml/xmldocument.h"
 #include "vel/xml/xmlpath.h"
@@ -15,7 +16,6 @@ namespace {
 
 VEL_INIT_TABLES const XmlPath kpfLocaleDefinition(L"localeDefinition");
 VEL_INIT_TABLES const XmlPath kpfSupportedDef(L"localeList[@name=\"supported\"]/localeDefinition");
-VEL_INIT_TABLES const XmlPath kpfStandardDataFormats(L"property/property");
 
 VEL_INIT_TABLES const Message kmsgInvalidLocaleTag = Message::external(L"kmsgInvalidLocaleTag");
 VEL_INIT_TABLES const Message kmsgNotSupportedLocaleTag = Message::external(L"kmsgNotSupportedLocaleTag");
@@ -87,23 +87,21 @@ void LocaleTagLookup::loadLocaleDefinitions(const ConfigReader& config, const St
 
 void LocaleTagLookupState::addDataFormats(const XmlElement& definition)
 {
-    for (const NonOwningPtr<const XmlElement>& entry : definition.select(kpfStandardDataFormats)) {
-        if (!entry->attribute(L"name").empty()) {
-            continue;
-        }
-        if (std::wstring_view text; entry->innerTextView(text)) {
-            m_tFormats.add(text);
-        } else {
-            m_tFormats.add(entry->innerText().view());
-        }
-    }
+    using namespace i18n_details;
+    forEachProperty(definition, [this](const XmlElement& property) {
+        forEachProperty(property, [this](const XmlElement& entry) {
+            if (entry.attribute(ksName).empty()) {
+                withInnerText(entry, [this](std::wstring_view text) { m_tFormats.add(text); });
+            }
+        });
+    });
 }
 
 void LocaleTagLookup::loadLocaleLists(const String& fileName)
 {
     const XmlDocument document = XmlDocument::load(fileName);
     for (const NonOwningPtr<const XmlElement>& entry : document.root().select(kpfSupportedDef)) {
-        m_pState->allow(entry->attribute(L"name"));
+        m_pState->allow(entry->attribute(i18n_details::ksName));
     }
 }
 

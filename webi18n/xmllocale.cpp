@@ -3,6 +3,7 @@
 #include <cwchar>
 
 #include "localetables.h"
+#include "properties.h"
 #include "vel/core/message.h"
 #include "vel/log/logger.h"
 #include "vel/xml/xmlelement.h"
@@ -11,33 +12,22 @@ namespace vel::i18n_details {
 
 namespace {
 
+using namespace std::string_view_literals;
+
 constexpr LogSource klsApplyDefinition(L"vel.i18n.xmllocale.applyDefinition");
 constexpr std::uint32_t kLastDayOfWeek = 6;
-
-/// The inner text, without a copy where it stands in one piece; `kept` holds it otherwise.
-std::wstring_view innerTextOf(const XmlElement& element, String& kept)
-{
-    std::wstring_view text;
-    if (!element.innerTextView(text)) {
-        kept = element.innerText();
-        text = kept.view();
-    }
-    return text;
-}
 
 /// Calls `take(entry, text)` for every child "property" with a text, in document order.
 template <typename Take>
 void forEachEntry(const XmlElement& list, Take take)
 {
-    for (const XmlElement& entry : children(list)) {
-        if (entry.name() != L"property") {
-            continue;
-        }
-        String kept;
-        if (const std::wstring_view text = innerTextOf(entry, kept); !text.empty()) {
-            take(entry, text);
-        }
-    }
+    forEachProperty(list, [&](const XmlElement& entry) {
+        withInnerText(entry, [&](std::wstring_view text) {
+            if (!text.empty()) {
+                take(entry, text);
+            }
+        });
+    });
 }
 
 std::uint32_t readUnsigned(const String& text)
@@ -74,16 +64,12 @@ void XmlLocaleImpl::store(Locale::StringInfo info, std::wstring_view text)
 void XmlLocaleImpl::applyXmlDefinition(const XmlElement& definition)
 {
     const ScopedLogSource source(klsApplyDefinition);
-    if (const std::wstring_view name = definition.attribute(L"name"); !name.empty()) {
+    if (const std::wstring_view name = definition.attribute(ksName); !name.empty()) {
         m_sDefinitionName = CopyOnWrite<String>(String(name));
     }
     detachMonetary(Locale::kMonetaryThousandsSeparator, Locale::kThousandsSeparator);
     detachMonetary(Locale::kMonetaryDecimalSeparator, Locale::kDecimalSeparator);
-    for (const XmlElement& child : children(definition)) {
-        if (child.name() == L"property") {
-            applyProperty(child);
-        }
-    }
+    forEachProperty(definition, [this](const XmlElement& property) { applyProperty(property); });
     // Whatever a definition says of its input formats, they are always derived, the time format from the definition's
     // own clock, the date format with a user's order if the object carries one.
     store(Locale::kTimeInputFormat, buildTimeInputFormat(stored(Locale::kTimeSeparator), m_b24Hours));
@@ -110,10 +96,9 @@ void XmlLocaleImpl::attachMonetary(Locale::StringInfo monetary, Locale::StringIn
 
 void XmlLocaleImpl::applyProperty(const XmlElement& property)
 {
-    const std::wstring_view name = property.attribute(L"name");
+    const std::wstring_view name = property.attribute(ksName);
     if (const Locale::StringInfo info = s_StringInfoMap.find(name); info != Locale::kStringInfoEnd_) {
-        String kept;
-        store(info, innerTextOf(property, kept));
+        withInnerText(property, [&](std::wstring_view text) { store(info, text); });
         return;
     }
     if (!applyScalar(name, property) && !applyList(name, property)) {
@@ -123,13 +108,13 @@ void XmlLocaleImpl::applyProperty(const XmlElement& property)
 
 bool XmlLocaleImpl::applyScalar(std::wstring_view name, const XmlElement& property)
 {
-    if (name == L"currencyDigits") {
+    if (name == L"currencyDigits"sv) {
         m_nCurrencyDigits = readUnsigned(property.innerText());
-    } else if (name == L"24hours") {
+    } else if (name == L"24hours"sv) {
         m_b24Hours = property.innerText() == L"true";
-    } else if (name == L"dateOrder") {
+    } else if (name == L"dateOrder"sv) {
         applyDateOrder(property.innerText());
-    } else if (name == L"firstDayOfWeek") {
+    } else if (name == L"firstDayOfWeek"sv) {
         applyFirstDayOfWeek(property.innerText());
     } else {
         return false;
@@ -145,7 +130,7 @@ bool XmlLocaleImpl::applyList(std::wstring_view name, const XmlElement& property
         m_aNameLists.edit()[type] = list.build();
         return true;
     }
-    if (name == L"scaleFactors") {
+    if (name == L"scaleFactors"sv) {
         applyScaleFactors(property);
         return true;
     }
@@ -174,7 +159,7 @@ void XmlLocaleImpl::applyScaleFactors(const XmlElement& property)
 {
     ScaleFactors factors;
     forEachEntry(property, [&](const XmlElement& entry, std::wstring_view text) {
-        factors.emplace_back(String(entry.attribute(L"name")), String(text));
+        factors.emplace_back(String(entry.attribute(ksName)), String(text));
     });
     factors.shrink_to_fit();
     m_tScaleFactors = CopyOnWrite<ScaleFactors>(std::move(factors));

@@ -33,7 +33,7 @@ public:
             add(each.m_eValue, each.m_pName);
         }
         const std::size_t nNewSize = m_mStringKeyedMap.size();
-        const auto less = [](const Named& a, const Named& b) { return a.first < b.first; };
+        const auto less = [](const Named& a, const Named& b) { return isBefore(a.first, b.first); };
         const auto same = [](const Named& a, const Named& b) { return a.first == b.first; };
         std::stable_sort(m_mStringKeyedMap.begin(), m_mStringKeyedMap.end(), less);
         m_mStringKeyedMap.erase(std::unique(m_mStringKeyedMap.begin(), m_mStringKeyedMap.end(), same),
@@ -46,8 +46,8 @@ public:
     {
         const auto found =
             std::lower_bound(m_mStringKeyedMap.begin(), m_mStringKeyedMap.end(), name,
-                             [](const Named& each, std::wstring_view key) { return each.first.view() < key; });
-        return found == m_mStringKeyedMap.end() || name < found->first.view() ? m_eSentinel : found->second;
+                             [](const Named& each, std::wstring_view key) { return isBefore(each.first, key); });
+        return found == m_mStringKeyedMap.end() || found->first != name ? m_eSentinel : found->second;
     }
 
     /// The name of an enumerator, or an empty string that lives as long as the process.
@@ -63,6 +63,12 @@ public:
 private:
     using Named = std::pair<String, Enum>;
 
+    /// By length first: it tells most names apart without a look at their characters.
+    static bool isBefore(std::wstring_view a, std::wstring_view b) noexcept
+    {
+        return a.size() != b.size() ? a.size() < b.size() : a < b;
+    }
+
     void add(Enum eEnumValue, const wchar_t* name)
     {
         VEL_ASSERT(m_mEnumKeyedMap.find(eEnumValue) == m_mEnumKeyedMap.end());
@@ -71,7 +77,7 @@ private:
         }
     }
 
-    std::vector<Named> m_mStringKeyedMap;  // sorted by name
+    std::vector<Named> m_mStringKeyedMap;  // sorted by length and name
     std::unordered_map<Enum, String> m_mEnumKeyedMap;
     Enum m_eSentinel;
 };
