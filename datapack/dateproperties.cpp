@@ -93,14 +93,14 @@ std::vector<std::string> timeFormats(const PackLocale& locale, const Pattern& me
 {
     Skeletons skeletons(locale);
     const bool is24 = is24Hours(mediumPattern);
+    const Pattern otherClock = withDayPeriod(skeletons.best(is24 ? u"hms" : u"Hms"));
     std::vector<std::string> formats;
     addOnce(formats, mediumPattern);
     addOnce(formats, withHour(mediumPattern, 2));
     addOnce(formats, timePattern(locale, icu::DateFormat::kShort));
-    const Pattern otherClock = skeletons.best(is24 ? u"hms" : u"Hms");
     addOnce(formats, otherClock);
     addOnce(formats, withHour(otherClock, 2));
-    addOnce(formats, skeletons.best(is24 ? u"hm" : u"Hm"));
+    addOnce(formats, withDayPeriod(skeletons.best(is24 ? u"hm" : u"Hm")));
     return formats;
 }
 

@@ -44,6 +44,7 @@ std::string typableSeparator(const icu::UnicodeString& text)
 {
     icu::UnicodeString result = typable(text);
     result.findAndReplace(icu::UnicodeString(u'\u2019'), icu::UnicodeString(u'\''));
+    result.findAndReplace(icu::UnicodeString(u'\u060C'), icu::UnicodeString(u','));
     return toUtf8(result);
 }
 

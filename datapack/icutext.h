@@ -23,7 +23,8 @@ std::string toUtf8(const icu::UnicodeString& text);
 ///     "h:mm:ss<U+202F>a" -> "h:mm:ss a"        "d<U+200F>/M<U+200F>/y" -> "d/M/y"        "1 000" -> "1 000"
 icu::UnicodeString typable(const icu::UnicodeString& text);
 
-/// typable() for separators, where the typographic apostrophe becomes the one on the keyboard as well: "’" -> "'"
+/// typable() for separators, where the typographic apostrophe and the Arabic comma become the ones on the keyboard as
+/// well: "’" -> "'", "،" -> ","
 std::string typableSeparator(const icu::UnicodeString& text);
 
 }  // namespace datapack

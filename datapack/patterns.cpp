@@ -2,6 +2,7 @@
 
 #include <unicode/uchar.h>
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -222,6 +223,20 @@ Pattern withDayAndMonth(Pattern pattern, int digits)
 Pattern withHour(Pattern pattern, int digits)
 {
     return withCount(std::move(pattern), u"hKHk", digits);
+}
+
+Pattern withDayPeriod(Pattern pattern)
+{
+    const auto hasAny = [&](std::u16string_view letters) {
+        return std::any_of(pattern.begin(), pattern.end(), [&](const PatternPiece& piece) {
+            return piece.letter != 0 && letters.find(piece.letter) != std::u16string_view::npos;
+        });
+    };
+    if (hasAny(u"hK") && !hasAny(u"abB")) {
+        pattern.push_back({0, 0, u" "});
+        pattern.push_back({u'a', 1, {}});
+    }
+    return pattern;
 }
 
 bool is24Hours(const Pattern& pattern)

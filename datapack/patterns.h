@@ -44,6 +44,12 @@ Pattern withDayAndMonth(Pattern pattern, int digits);
 /// The pattern with hours in `digits` digits: 2, or 1 for as many as needed.
 Pattern withHour(Pattern pattern, int digits);
 
+/// The pattern with AM or PM at its end when its hours are those of a 12-hour clock and it says neither: some locales'
+/// data leaves that to the context, which a list of formats to choose from does not have.
+///
+///     h:mm -> h:mm tt        h:mm a -> h:mm tt        HH:mm -> HH:mm
+Pattern withDayPeriod(Pattern pattern);
+
 /// Whether the pattern's hours are those of a 24-hour clock. False for a pattern without hours.
 bool is24Hours(const Pattern& pattern);
 

@@ -216,6 +216,10 @@ TEST(Definitions, haveFullLists)
         const std::vector<std::string> dates = locale.list("dateFormats");
         EXPECT_EQ(std::count(dates.begin(), dates.end(), locale.scalar("dateShortFormat")), 1) << name;
         EXPECT_EQ(dates.front(), locale.scalar("dateLongFormat")) << name;
+        for (const std::string& format : locale.list("timeFormats")) {
+            const bool is12Hours = format.find('h') != std::string::npos && format.find('H') == std::string::npos;
+            EXPECT_TRUE(!is12Hours || format.find('t') != std::string::npos) << name << ": " << format;
+        }
         EXPECT_EQ(locale.list("timeFormats").front(), locale.scalar("timeFormat")) << name;
     }
 }

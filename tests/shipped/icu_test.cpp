@@ -27,7 +27,7 @@ std::string utf8(const icu::UnicodeString& text)
     return text.toUTF8String(bytes);
 }
 
-// The text with plain blanks, without direction marks, with the keyboard's minus and apostrophe.
+// The text with plain blanks, without direction marks, with the keyboard's minus, apostrophe and comma.
 std::string plain(const icu::UnicodeString& text, bool isSeparator)
 {
     icu::UnicodeString result(text);
@@ -40,6 +40,7 @@ std::string plain(const icu::UnicodeString& text, bool isSeparator)
     result.findAndReplace(icu::UnicodeString(u'\u2212'), icu::UnicodeString(u'-'));
     if (isSeparator) {
         result.findAndReplace(icu::UnicodeString(u'\u2019'), icu::UnicodeString(u'\''));
+        result.findAndReplace(icu::UnicodeString(u'\u060C'), icu::UnicodeString(u','));
     }
     return utf8(result);
 }
