@@ -1,5 +1,8 @@
 # Sourced by the scripts: runs a long command quietly, shows that it goes on, and its reason when it fails.
 
+# What one checkout has compiled serves the next one, wherever it stands: paths count from the checkout's folder.
+export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
+
 # runStep NAME LOGFILE COMMAND...
 # Prints the log's last line every 20 seconds, and one line with the seconds when the command is done.
 # The command runs in the foreground, so that an interrupt from the terminal reaches it.
