@@ -134,6 +134,20 @@ std::string subcommandNames(const CLI::App& app)
     return names;
 }
 
+std::string describe(const CLI::ParseError& error, const CLI::App& app)
+{
+    const bool isRequired = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
+    if (isRequired && app.get_subcommands().empty()) {
+        return "a subcommand is required: " + subcommandNames(app);
+    }
+    std::string unexpected;
+    for (const std::string& each : app.remaining(true)) {
+        unexpected += " " + each;
+    }
+    const std::string text = isRequired ? std::string(error.what()) + "; " : "";
+    return unexpected.empty() ? error.what() : text + "not expected:" + unexpected + " (after -- everything is text)";
+}
+
 /// Help or version; nothing when the command line was read.
 std::string parse(CLI::App& app, std::vector<std::string> arguments)
 {
@@ -144,11 +158,8 @@ std::string parse(CLI::App& app, std::vector<std::string> arguments)
         return app.help();
     } catch (const CLI::CallForVersion& version) {
         return std::string(version.what()) + "\n";
-    } catch (const CLI::ExtrasError& error) {
-        throw UsageError(std::string(error.what()) + " (after -- everything is text)");
     } catch (const CLI::ParseError& error) {
-        const bool isNone = app.get_subcommands().empty() && dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
-        throw UsageError(isNone ? "a subcommand is required: " + subcommandNames(app) : error.what());
+        throw UsageError(describe(error, app));
     }
     return {};
 }

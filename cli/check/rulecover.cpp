@@ -5,21 +5,21 @@ namespace cli {
 std::optional<RuleCover::Rule> RuleCover::covering(std::wstring_view pattern) const
 {
     const std::size_t star = pattern.find(L'*');
+    std::optional<Rule> shorter;
     NodeIndex node = 0;
     for (const wchar_t character : pattern.substr(0, star)) {
-        if (m_vNodes[node].m_tPrefixRule) {
-            return m_vNodes[node].m_tPrefixRule;
-        }
+        shorter = shorter ? shorter : m_vNodes[node].m_tPrefixRule;
         const auto edge = m_tEdges.find(keyOf(node, character));
         if (edge == m_tEdges.end()) {
-            return std::nullopt;
+            return shorter;
         }
         node = edge->second;
     }
-    if (m_vNodes[node].m_tPrefixRule || star != pattern.npos) {
-        return m_vNodes[node].m_tPrefixRule;
+    const Node& last = m_vNodes[node];
+    if (star == pattern.npos) {
+        return last.m_tExactRule ? last.m_tExactRule : shorter ? shorter : last.m_tPrefixRule;
     }
-    return m_vNodes[node].m_tExactRule;
+    return last.m_tPrefixRule ? last.m_tPrefixRule : shorter;
 }
 
 void RuleCover::add(std::wstring_view pattern, Rule rule)

@@ -18,7 +18,7 @@ public:
 
     RuleCover() : m_vNodes(1) {}
 
-    /// The earlier rule that takes every text of this pattern, if one does.
+    /// The earlier rule that takes every text of this pattern, if one does; one of the same pattern before others.
     ///
     ///     after "fr*": "fr-CA*" -> it    "fr" -> it    "f*" -> none
     ///     after "fr": "fr" -> it         "fr*" -> none
