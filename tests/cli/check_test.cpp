@@ -1,0 +1,166 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "command.h"
+#include "temporaryfolder.h"
+
+namespace clitest {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testsupport::TemporaryFolder;
+
+namespace {
+
+std::vector<std::string> rulesOf(const Outcome& outcome)
+{
+    std::vector<std::string> rules;
+    for (const Json& each : outcome.objects()) {
+        rules.push_back(each["rule"]);
+    }
+    return rules;
+}
+
+std::string caseFile(const std::string& name)
+{
+    return dataFile("check/" + name);
+}
+
+}  // namespace
+
+TEST(Check, theGeneratedPackIsClean)
+{
+    const Outcome outcome = run({"--data", packFolder(), "check"});
+    EXPECT_EQ(outcome.m_sOut, "");
+    EXPECT_EQ(outcome.m_sError, "");
+    EXPECT_EQ(outcome.m_nExit, 0);
+}
+
+TEST(Check, theSyntheticFolderIsClean)
+{
+    const Outcome outcome = run(onFolder({"check"}));
+    EXPECT_EQ(outcome.m_sOut, "");
+    EXPECT_EQ(outcome.m_nExit, 0);
+}
+
+TEST(Check, aFindingHasTheShownKeysAndItsLineForPeople)
+{
+    Setting setting;
+    setting.m_sFolder = dataFile("check");
+    const Arguments arguments = {"--data", "none", "check", "definitions-clock-case.xml"};
+    const std::string message = "24hours 'True' is read as false: write true or false";
+    EXPECT_EQ(run(arguments, setting).m_sOut,
+              "definitions-clock-case.xml:3:5: warning: " + message + " [invalid-clock]\n");
+    Arguments json = arguments;
+    json.insert(json.begin(), "--json");
+    EXPECT_EQ(run(json, setting).m_sOut,
+              R"({"file":"definitions-clock-case.xml","line":3,"column":5,"severity":"warning",)"
+              R"("rule":"invalid-clock","message":")" +
+                  message + "\"}\n");
+}
+
+TEST(Check, withoutFilesThoseOfTheOptionsAreCheckedToo)
+{
+    const Outcome outcome = run(
+        onFolder({"--json", "--definitions", caseFile("definitions-clock-case.xml"), "--config",
+                  caseFile("configuration-unknown-key.xml"), "--mapping", caseFile("mapping-spelling.xml"), "check"}));
+    EXPECT_EQ(outcome.m_nExit, 1);
+    EXPECT_THAT(rulesOf(outcome), ElementsAre("invalid-clock", "unknown-key", "pattern-spelling"));
+}
+
+TEST(Check, givenFilesAreTheOnlyOnesReported)
+{
+    const Outcome outcome = run(onFolder({"--json", "--definitions", caseFile("definitions-clock-case.xml"), "check",
+                                          caseFile("mapping-spelling.xml")}));
+    EXPECT_THAT(rulesOf(outcome), ElementsAre("pattern-spelling"));
+}
+
+TEST(Check, findingsOfAFileStandInTheOrderOfTheirPlaces)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder
+                                 .write("a.xml",
+                                        "<localeDefinitions>\n<localeDefinition name=\"xx\" basedOn=\"yy\">\n"
+                                        "<property name=\"decimalSeparator\">,</property>\n"
+                                        "<property name=\"dateOrder\">x</property>\n"
+                                        "<property name=\"thousandsSeparator\">,</property>\n"
+                                        "<property/>\n</localeDefinition>\n</localeDefinitions>\n")
+                                 .toNative();
+    const Outcome outcome = run({"--data", "none", "--json", "check", file});
+    EXPECT_THAT(rulesOf(outcome),
+                ElementsAre("based-on-unknown", "invalid-date-order", "same-separators", "property-without-name"));
+}
+
+TEST(Check, severalFilesAreCheckedAgainstEachOther)
+{
+    const std::string definitions = dataFile("folder/localedefinitions.xml");
+    const Outcome outcome = run({"--data", "none", "--json", "check", caseFile("lists-unknown.xml"), definitions});
+    EXPECT_THAT(rulesOf(outcome), ElementsAre("unknown-definition"));
+    // The lists that are given decide what is allowed.
+    const Outcome mapping = run({"--data", "none", "--json", "check", definitions, caseFile("lists-correct.xml"),
+                                 caseFile("mapping-no-rule-for-locale.xml")});
+    ASSERT_EQ(mapping.objects().size(), 2U);
+    EXPECT_EQ(mapping.objects()[0]["rule"], "no-rule-for-locale");
+    EXPECT_THAT(mapping.objects()[0]["message"].get<std::string>(), HasSubstr("'de-de'"));
+    EXPECT_EQ(mapping.objects()[1]["rule"], "target-not-allowed");
+}
+
+TEST(Check, aFileOfTheFolderCanBeGiven)
+{
+    const Outcome outcome =
+        run(onFolder({"check", dataFile("folder/localedefinitions.xml"), dataFile("folder/localelists.xml"),
+                      dataFile("folder/localemapping.xml"), dataFile("folder/config.xml"),
+                      dataFile("folder/messages/fr/i18nmessages.xml")}));
+    EXPECT_EQ(outcome.m_sOut, "");
+    EXPECT_EQ(outcome.m_nExit, 0);
+}
+
+TEST(Check, aDefinitionsFileThatCannotBeReadMakesNoOtherFindings)
+{
+    const TemporaryFolder folder;
+    folder.write("localedefinitions.xml", "<localeDefinitions>");
+    folder.write("localelists.xml",
+                 "<l><localeList name=\"supported\"><localeDefinition name=\"xx\"/></localeList></l>");
+    folder.write("localemapping.xml",
+                 "<m><localeMapping name=\"httpAcceptLanguage\"><choose><when matches=\"*\"><localeDefinition "
+                 "name=\"xx\"/></when></choose></localeMapping></m>");
+    folder.write("config.xml",
+                 "<c><Localization><AllowedLocalesFile>localelists.xml</AllowedLocalesFile></Localization></c>");
+    const Outcome outcome = run({"--data", folder.native().string(), "--json", "check"});
+    EXPECT_EQ(outcome.m_nExit, 1);
+    EXPECT_THAT(rulesOf(outcome), ElementsAre("malformed-file"));
+}
+
+TEST(Check, settingsAreCheckedWithoutAPlace)
+{
+    const Outcome outcome =
+        run(onFolder({"--json", "--set", "Localization/AllowedLocales=en-us,xx-yy,fr-fr,fr-ca", "check"}));
+    const Json finding = outcome.object();
+    EXPECT_EQ(finding["rule"], "unknown-definition");
+    EXPECT_EQ(finding["file"], "--set Localization/AllowedLocales");
+    EXPECT_EQ(finding["line"], 0);
+    EXPECT_THAT(finding["message"].get<std::string>(), HasSubstr("'xx-yy'"));
+    const Outcome file = run(onFolder({"--json", "--set", "Localization/AllowedLocalesFile=nowhere.xml", "check"}));
+    EXPECT_EQ(file.object()["rule"], "lists-file-missing");
+}
+
+TEST(Check, aHundredThousandDefinitionsAndRulesAreChecked)
+{
+    const TemporaryFolder folder;
+    std::string definitions = "<localeDefinitions>\n";
+    std::string rules = "<localeMappings>\n<localeMapping name=\"httpAcceptLanguage\">\n<choose>\n";
+    for (int number = 100'000; number < 200'000; ++number) {
+        const std::string name = "x" + std::to_string(number);
+        definitions += "<localeDefinition name=\"" + name + "\" basedOn=\"x" + std::to_string(number - 1) + "\"/>\n";
+        rules += "<when matches=\"" + name + "*\"><localeDefinition name=\"" + name + "\"/></when>\n";
+    }
+    rules += "<when matches=\"*\"><localeDefinition name=\"x100000\"/></when>\n";
+    const std::string one = folder.write("d.xml", definitions + "</localeDefinitions>").toNative();
+    const std::string two = folder.write("m.xml", rules + "</choose></localeMapping></localeMappings>").toNative();
+    const Outcome outcome = run({"--data", "none", "--json", "check", one, two});
+    // The first one has no base before it, and nothing else is wrong.
+    EXPECT_EQ(outcome.object()["rule"], "based-on-unknown");
+    EXPECT_EQ(outcome.object()["line"], 2);
+}
+
+}  // namespace clitest
