@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "catalogues.h"
+#include "eightthreads.h"
 #include "printers.h"
 #include "vel/messages/messagetable.h"
 #include "webi18n/languagelists.h"
@@ -20,28 +18,7 @@ using namespace testsupport;
 using vel::Locale;
 using vel::String;
 
-constexpr int kThreads = 8;
 constexpr int kRounds = 2000;
-
-/// Runs the work on eight threads that start together; the work returns how often something was wrong.
-int faultsOf(const std::function<int(int thread)>& work)
-{
-    std::atomic<int> waiting{kThreads};
-    std::atomic<int> faults{0};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i) {
-        threads.emplace_back([&, i] {
-            for (--waiting; waiting > 0;) {
-                std::this_thread::yield();
-            }
-            faults += work(i);
-        });
-    }
-    for (std::thread& each : threads) {
-        each.join();
-    }
-    return faults;
-}
 
 /// One user's request: mapped, adapted by own overrides, read, forgotten.
 int faultsOfRequest(const vel::LocaleMapping& mapping, const String& own)

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <thread>
+#include <vector>
+
+namespace testsupport {
+
+inline constexpr int kThreads = 8;
+
+/// Runs the work on eight threads that start together; the work returns how often something was wrong.
+inline int faultsOf(const std::function<int(int thread)>& work)
+{
+    std::atomic<int> waiting{kThreads};
+    std::atomic<int> faults{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kThreads; ++i) {
+        threads.emplace_back([&, i] {
+            for (--waiting; waiting > 0;) {
+                std::this_thread::yield();
+            }
+            faults += work(i);
+        });
+    }
+    for (std::thread& each : threads) {
+        each.join();
+    }
+    return faults;
+}
+
+}  // namespace testsupport
