@@ -10,6 +10,7 @@
 #include "vel/log/logger.h"
 #include "vel/messages/messagefilesregistry.h"
 #include "vel/xml/xmldocument.h"
+#include "webi18n/currencylookup.h"
 #include "webi18n/locale.h"
 #include "webi18n/localemapping.h"
 #include "webi18n/localenames.h"
@@ -90,6 +91,17 @@ void useCatalogue()
     check(mapping.mapLocale(L"de-CH", L"").first.definitionName() == L"en-us", "mapping without rules gives kUSA");
 }
 
+void useCurrencies()
+{
+    const vel::CurrencyLookup& currencies = vel::CurrencyLookup::getInstance();
+    check(currencies.getCurrencyList().empty(), "the currencies are there and none is loaded");
+    check(currencies.lookupCurrencyTag(L"EUR").isNull() && currencies.lookupCurrencySymbol(L"").isNull(),
+          "a currency is looked for");
+    vel::GDVariant caption;
+    vel::makeHandle<vel::Currency>()->getResolvedCurrencyDisplayName({}, caption);
+    check(caption.toString().isEmpty(), "an empty currency has its empty symbol as caption");
+}
+
 void useLogAndMessages()
 {
     static constexpr vel::LogSource kSource(L"early");
@@ -121,6 +133,7 @@ const bool g_builtInLocale = runEarly("built-in locale", useBuiltInLocale);
 const bool g_maps = runEarly("maps", useMaps);
 const bool g_definition = runEarly("definition", useDefinition);
 const bool g_catalogue = runEarly("catalogue", useCatalogue);
+const bool g_currencies = runEarly("currencies", useCurrencies);
 const bool g_logAndMessages = runEarly("log and messages", useLogAndMessages);
 const vel::Locale g_copy = vel::Locale::kUSA;
 
