@@ -4,6 +4,7 @@
 
 #include "fractions.h"
 #include "vel/core/nocasecompare.h"
+#include "xmllocale.h"
 
 // Typed dates and times, in stages: read a run of digits, classify what follows it, decide by the slot that is next,
 // store the field; at the end put the fields right that depend on each other.
@@ -12,8 +13,10 @@ namespace vel {
 
 namespace {
 
+using namespace std::string_view_literals;
 using i18n_details::kMaxFractionDigits;
 using i18n_details::scaleToNanoseconds;
+using i18n_details::XmlLocaleImpl;
 
 // A field order has a letter a slot: Y, M, D, h, m, s; the f of the fraction is read with its second and never reached.
 constexpr const wchar_t* kpOrders[] = {L"MDYhmsf", L"DMYhmsf", L"YMDhmsf", L""};
@@ -51,25 +54,9 @@ struct DigitRun
     std::uint32_t m_nValue;  // wraps
 };
 
-/// What the parse reads from the locale.
-struct TypedConventions
-{
-    explicit TypedConventions(const Locale& locale)
-        : m_sAM(locale.getInfoView(Locale::kAM)),
-          m_sPM(locale.getInfoView(Locale::kPM)),
-          m_sTimeSeparator(locale.getInfoView(Locale::kTimeSeparator)),
-          m_sDateSeparator(locale.getInfoView(Locale::kDateSeparator))
-    {}
-
-    std::wstring_view m_sAM;
-    std::wstring_view m_sPM;
-    std::wstring_view m_sTimeSeparator;
-    std::wstring_view m_sDateSeparator;
-};
-
 bool isDigit(wchar_t character) noexcept
 {
-    return character >= L'0' && character <= L'9';
+    return static_cast<std::uint32_t>(character) - L'0' < 10;
 }
 
 std::uint32_t digitValue(wchar_t character) noexcept
@@ -86,9 +73,32 @@ bool isAlphabetic(wchar_t character) noexcept
     return std::iswalpha(static_cast<wint_t>(character)) != 0;
 }
 
-bool startsWithNoCase(std::wstring_view text, std::wstring_view marker) noexcept
+/// A separator has one or two characters: a loop is done before a library's comparison has begun.
+bool startsWith(std::wstring_view text, std::wstring_view start) noexcept
 {
-    return text.size() >= marker.size() && compareNoCase(text.substr(0, marker.size()), marker) == 0;
+    if (text.size() < start.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < start.size(); ++i) {
+        if (text[i] != start[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Whether a letter and a character of a marker differ in any case; only ASCII is told at once.
+bool surelyDiffer(wchar_t letter, wchar_t other) noexcept
+{
+    return (static_cast<std::uint32_t>(letter) | static_cast<std::uint32_t>(other)) < 0x80 &&
+           (letter | 0x20) != (other | 0x20);
+}
+
+/// `text` begins with a letter.
+bool startsWithMarker(std::wstring_view text, std::wstring_view marker) noexcept
+{
+    return !marker.empty() && text.size() >= marker.size() && !surelyDiffer(text[0], marker[0]) &&
+           compareNoCase(text.substr(0, marker.size()), marker) == 0;
 }
 
 const wchar_t* chooseOrder(Locale::DateOrder order, unsigned expected) noexcept
@@ -103,9 +113,12 @@ const wchar_t* chooseOrder(Locale::DateOrder order, unsigned expected) noexcept
 class TypedParse
 {
 public:
-    TypedParse(std::wstring_view text, const Locale& locale, unsigned expected, DateTime& out)
-        : m_sText(text),
-          m_tConventions(locale),
+    TypedParse(std::wstring_view text, const XmlLocaleImpl& locale, unsigned expected, DateTime& out)
+        : m_pNext(text.data()),
+          m_pEnd(text.data() + text.size()),
+          m_tGuts(locale),
+          m_sTimeSeparator(locale.timeSeparator()),
+          m_sDateSeparator(locale.dateSeparator()),
           m_pOrder(chooseOrder(locale.getDateOrder(), expected)),
           m_nSlot((expected & ParseDateTime::kDate) != 0 ? kFirstDateSlot : kFirstTimeSlot),
           m_tOut(out)
@@ -113,8 +126,8 @@ public:
 
     unsigned run()
     {
-        while (m_nPosition < m_sText.size()) {
-            if (!isDigit(m_sText[m_nPosition])) {
+        while (m_pNext != m_pEnd) {
+            if (!isDigit(*m_pNext)) {
                 skipNonDigit();
             } else if (!takeRun()) {
                 return ParseDateTime::kParseError;
@@ -127,48 +140,47 @@ public:
     }
 
 private:
-    struct Marker
-    {
-        std::wstring_view m_sText;
-        bool m_bPM;
-    };
-
     /// The character at the position, the terminating zero at the end.
-    wchar_t nextCharacter() const noexcept { return m_nPosition < m_sText.size() ? m_sText[m_nPosition] : L'\0'; }
+    wchar_t nextCharacter() const noexcept { return m_pNext != m_pEnd ? *m_pNext : L'\0'; }
+    std::wstring_view rest() const noexcept { return {m_pNext, static_cast<std::size_t>(m_pEnd - m_pNext)}; }
     bool isFound(unsigned field) const noexcept { return (m_nFound & field) != 0; }
     void advance() noexcept { m_nSlot = (m_nSlot + 1) % kSlots; }
 
     /// A word is skipped letter by letter; one that begins with a marker sets its flag, deliberately ("amber").
     void skipNonDigit() noexcept
     {
-        if (!isAlphabetic(m_sText[m_nPosition])) {
-            ++m_nPosition;
-            return;
+        if (!isAlphabetic(*m_pNext) || !takeAnyMarker()) {
+            ++m_pNext;
         }
-        const Marker markers[] = {{m_tConventions.m_sPM, true},
-                                  {m_tConventions.m_sAM, false},
-                                  {L"PM", true},
-                                  {L"AM", false},
-                                  {L"P.M.", true},
-                                  {L"A.M.", false}};
-        const std::wstring_view rest = m_sText.substr(m_nPosition);
-        for (const Marker& each : markers) {
-            if (!each.m_sText.empty() && startsWithNoCase(rest, each.m_sText)) {
-                (each.m_bPM ? m_bPMSeen : m_bAMSeen) = true;
-                m_nPosition += each.m_sText.size();
-                return;
-            }
+    }
+
+    bool takeAnyMarker() noexcept
+    {
+        return takeMarker(m_tGuts.pm(), m_bPMSeen) || takeMarker(m_tGuts.am(), m_bAMSeen) ||
+               takeMarker(L"PM"sv, m_bPMSeen) || takeMarker(L"AM"sv, m_bAMSeen) || takeMarker(L"P.M."sv, m_bPMSeen) ||
+               takeMarker(L"A.M."sv, m_bAMSeen);
+    }
+
+    /// Sets `seen` and steps over the marker when it stands at the position.
+    bool takeMarker(std::wstring_view marker, bool& seen) noexcept
+    {
+        if (!startsWithMarker(rest(), marker)) {
+            return false;
         }
-        ++m_nPosition;
+        seen = true;
+        m_pNext += marker.size();
+        return true;
     }
 
     DigitRun readRun() noexcept
     {
-        DigitRun run{0, 0};
-        for (; m_nPosition < m_sText.size() && isDigit(m_sText[m_nPosition]); ++m_nPosition) {
-            run.m_nValue = run.m_nValue * 10 + digitValue(m_sText[m_nPosition]);
-            ++run.m_nDigits;
+        const wchar_t* next = m_pNext;
+        std::uint32_t value = 0;
+        for (; next != m_pEnd && isDigit(*next); ++next) {
+            value = value * 10 + digitValue(*next);
         }
+        const DigitRun run{static_cast<std::size_t>(next - m_pNext), value};
+        m_pNext = next;
         return run;
     }
 
@@ -179,11 +191,10 @@ private:
             return kTimeSeparator;
         }
         const wchar_t next = nextCharacter();
-        const std::wstring_view rest = m_sText.substr(m_nPosition);
-        if (next == L':' || rest.starts_with(m_tConventions.m_sTimeSeparator)) {
+        if (next == L':' || startsWith(rest(), m_sTimeSeparator)) {
             return kTimeSeparator;
         }
-        if (next == L'/' || next == L'-' || next == L'.' || rest.starts_with(m_tConventions.m_sDateSeparator)) {
+        if (next == L'/' || next == L'-' || next == L'.' || startsWith(rest(), m_sDateSeparator)) {
             return kDateSeparator;
         }
         return kNone;
@@ -292,18 +303,17 @@ private:
         if (next != L'.' && next != L',') {
             return kTaken;
         }
-        ++m_nPosition;
-        return m_nPosition == m_sText.size() ? kTaken : takeFraction();
+        ++m_pNext;
+        return m_pNext == m_pEnd ? kTaken : takeFraction();
     }
 
     /// The character behind the separator counts as a digit whatever it is: this is required, its value just wraps.
     Decision takeFraction() noexcept
     {
-        const std::uint32_t first = digitValue(m_sText[m_nPosition++]);
-        std::uint32_t value = first;
+        std::uint32_t value = digitValue(*m_pNext++);
         std::size_t digits = 1;
-        for (; m_nPosition < m_sText.size() && isDigit(m_sText[m_nPosition]); ++m_nPosition) {
-            value = value * 10 + digitValue(m_sText[m_nPosition]);
+        for (; m_pNext != m_pEnd && isDigit(*m_pNext); ++m_pNext) {
+            value = value * 10 + digitValue(*m_pNext);
             ++digits;
         }
         if (digits > kMaxFractionDigits) {
@@ -347,12 +357,14 @@ private:
         }
     }
 
-    std::wstring_view m_sText;
-    TypedConventions m_tConventions;
+    const wchar_t* m_pNext;
+    const wchar_t* const m_pEnd;
+    const XmlLocaleImpl& m_tGuts;
+    std::wstring_view m_sTimeSeparator;
+    std::wstring_view m_sDateSeparator;
     const wchar_t* m_pOrder;
     unsigned m_nSlot;
     DateTime& m_tOut;
-    std::size_t m_nPosition = 0;
     unsigned m_nFound = ParseDateTime::kParseError;
     std::size_t m_nYearDigits = 0;
     bool m_bPMSeen = false;
@@ -364,7 +376,7 @@ private:
 ParseDateTime::Fields ParseDateTime::parse(std::wstring_view text, const Locale& locale, Fields expected, DateTime& out)
 {
     out.clear();
-    return static_cast<Fields>(TypedParse(text, locale, expected, out).run());
+    return static_cast<Fields>(TypedParse(text, i18n_details::LocaleGuts::of(locale), expected, out).run());
 }
 
 }  // namespace vel

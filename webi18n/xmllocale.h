@@ -40,6 +40,19 @@ public:
     const String& definitionName() const noexcept { return m_sDefinitionName.get(); }
     /// The string property with the user's overrides applied.
     std::wstring_view info(Locale::StringInfo info) const noexcept;
+    // What info gives for the properties that every parse of a date reads.
+    std::wstring_view am() const noexcept { return stored(Locale::kAM); }
+    std::wstring_view pm() const noexcept { return stored(Locale::kPM); }
+    std::wstring_view timeSeparator() const noexcept
+    {
+        return m_sOverridingTimeSeparator.isEmpty() ? stored(Locale::kTimeSeparator)
+                                                    : m_sOverridingTimeSeparator.view();
+    }
+    std::wstring_view dateSeparator() const noexcept
+    {
+        return m_sOverridingDateSeparator.isEmpty() ? stored(Locale::kDateSeparator)
+                                                    : m_sOverridingDateSeparator.view();
+    }
     void getName(Locale::NameType type, unsigned index, StringBufferBase& out) const;
     void getAllNames(Locale::NameType type, std::vector<String>& out) const;
     std::vector<String> storedNames(Locale::NameType type) const;
@@ -122,6 +135,13 @@ private:
     String m_sOverridingDateInputFormat;
     String m_sOverridingTimeInputFormat;
     CopyOnWrite<ScaleFactors> m_tScaleFactors;
+};
+
+/// The data of a Locale for the library's own readers.
+struct LocaleGuts
+{
+    /// Throws InvalidHandleException for a Locale that holds nothing.
+    static const XmlLocaleImpl& of(const Locale& locale) { return *locale.m_hGuts; }
 };
 
 }  // namespace vel::i18n_details

@@ -20,6 +20,7 @@ class XmlElement;
 
 namespace i18n_details {
 class XmlLocaleImpl;
+struct LocaleGuts;
 }  // namespace i18n_details
 
 /// The conventions of a language and region: formats, separators, names, date order, clock, first day of week, scale
@@ -238,6 +239,8 @@ public:
     static const StringEnumMap<DateOrder>& dateOrderMap() noexcept;
 
 private:
+    friend struct i18n_details::LocaleGuts;
+
     // Calls change(implementation) on this Locale's own implementation, a copy when others share it.
     template <typename Change>
     void edit(Change change);
