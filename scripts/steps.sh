@@ -21,7 +21,8 @@ runStep() {
         return 0
     fi
     printf 'FAILED %-23s %4d s, exit status %d, the end of %s:\n' "$name" $((SECONDS - start)) "$status" "$log"
-    tail -n 60 "$log"
+    # What went well would bury the reason.
+    grep -vE '^ +Start +[0-9]+: | Passed +[0-9.]+ sec$|^\[[0-9]+/[0-9]+\] ' "$log" | tail -n 80
     return 1
 }
 
