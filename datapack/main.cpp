@@ -9,6 +9,7 @@
 //     properties       what has to be written so that loading gives those properties
 //     definitions      localedefinitions.xml and localelists.xml
 //     mapping          localemapping.xml: from a browser's tag to a definition
+//     currencies       currencies.xml: the local ones (currencypictures) and ISO's (internationalcurrencies)
 //     messages         messages/<language>/i18nmessages.xml and config.xml
 //
 // An example: ICU has fr_CA. It is named fr-ca and based on fr-fr, the main locale of French. Its short pattern
@@ -35,6 +36,7 @@
 #include <iomanip>
 #include <iostream>
 
+#include "currencies.h"
 #include "definitions.h"
 #include "locales.h"
 #include "mapping.h"
@@ -43,11 +45,12 @@
 
 namespace {
 
-size_t writeMessages(const datapack::OutputFolder& folder, const std::vector<datapack::PackLocale>& locales)
+size_t writeMessages(const datapack::OutputFolder& folder, const std::vector<datapack::PackLocale>& locales,
+                     const std::vector<datapack::InternationalCurrency>& currencies)
 {
     size_t count = 0;
     for (const std::string& language : datapack::messageLanguages()) {
-        const datapack::MessageFile file = datapack::messageFile(language, locales);
+        const datapack::MessageFile file = datapack::messageFile(language, locales, currencies);
         folder.write("messages/" + language + "/i18nmessages.xml", file.text);
         count += file.count;
     }
@@ -60,15 +63,18 @@ void writePack(const char* outputFolder)
     const datapack::OutputFolder folder(outputFolder);
     const std::vector<datapack::PackLocale> locales = datapack::packLocales();
     const std::vector<datapack::MappingRule> rules = datapack::mappingRules(locales);
+    const std::vector<datapack::InternationalCurrency> currencies = datapack::internationalCurrencies();
     folder.write("localedefinitions.xml", datapack::localeDefinitions(locales));
     folder.write("localelists.xml", datapack::localeLists(locales));
     folder.write("localemapping.xml", datapack::localeMapping(rules));
-    const size_t messages = writeMessages(folder, locales);
+    folder.write("currencies.xml", datapack::currencyFile(locales, currencies));
+    const size_t messages = writeMessages(folder, locales, currencies);
     folder.write("config.xml", datapack::packConfiguration());
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    std::cout << "locales " << locales.size() << "\nrules " << rules.size() << "\nmessages " << messages
-              << "\nlanguages " << datapack::messageLanguages().size() << "\nseconds " << std::fixed
-              << std::setprecision(2) << seconds.count() << "\n";
+    std::cout << "locales " << locales.size() << "\nrules " << rules.size() << "\ncurrencies "
+              << locales.size() + currencies.size() << "\nmessages " << messages << "\nlanguages "
+              << datapack::messageLanguages().size() << "\nseconds " << std::fixed << std::setprecision(2)
+              << seconds.count() << "\n";
 }
 
 }  // namespace

@@ -43,7 +43,8 @@ const std::vector<std::string>& messageLanguages()
     return languages;
 }
 
-MessageFile messageFile(const std::string& language, const std::vector<PackLocale>& locales)
+MessageFile messageFile(const std::string& language, const std::vector<PackLocale>& locales,
+                        const std::vector<InternationalCurrency>& currencies)
 {
     UErrorCode status = U_ZERO_ERROR;
     const icu::Locale display = icu::Locale::forLanguageTag(language, status);
@@ -60,6 +61,10 @@ MessageFile messageFile(const std::string& language, const std::vector<PackLocal
     }
     for (const PackLocale& locale : locales) {
         writer.leaf("message", {{"key", locale.messageKey}}, displayName(*names, locale));
+        ++count;
+    }
+    for (const auto& [key, text] : currencyTexts(language, currencies)) {
+        writer.leaf("message", {{"key", key}}, text);
         ++count;
     }
     writer.close();

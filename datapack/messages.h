@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "internationalcurrencies.h"
 #include "locales.h"
 
 namespace datapack {
@@ -19,9 +20,10 @@ struct MessageFile
     size_t count;
 };
 
-/// The message file of one of messageLanguages(): the name of every locale in that language, and the texts of errors
-/// and headings, in English where no translation is at hand.
-MessageFile messageFile(const std::string& language, const std::vector<PackLocale>& locales);
+/// The message file of one of messageLanguages(): the name of every locale and the name and caption of every
+/// currency in that language, and the texts of errors and headings, in English where no translation is at hand.
+MessageFile messageFile(const std::string& language, const std::vector<PackLocale>& locales,
+                        const std::vector<InternationalCurrency>& currencies);
 
 /// The text of config.xml: every locale of the lists file is allowed, and every language that has messages.
 std::string packConfiguration();

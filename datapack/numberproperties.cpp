@@ -3,7 +3,6 @@
 #include <unicode/dcfmtsym.h>
 #include <unicode/decimfmt.h>
 #include <unicode/numberformatter.h>
-#include <unicode/ucurr.h>
 
 #include <algorithm>
 #include <memory>
@@ -12,6 +11,7 @@
 #include <utility>
 
 #include "icutext.h"
+#include "owncurrency.h"
 
 namespace datapack {
 namespace {
@@ -83,21 +83,9 @@ void addPictures(const PackLocale& locale, Properties& properties)
 
 void addCurrency(const PackLocale& locale, Properties& properties)
 {
-    properties.scalars["currencyDigits"] = "2";
-    UErrorCode status = U_ZERO_ERROR;
-    char16_t code[4] = {};
-    if (ucurr_forLocale(locale.icu.getName(), code, 4, &status) == 0 || U_FAILURE(status)) {
-        return;
-    }
-    int32_t length = 0;
-    const char16_t* symbol = ucurr_getName(code, locale.icu.getName(), UCURR_SYMBOL_NAME, nullptr, &length, &status);
-    checkIcu(status, "currency symbol of " + locale.name);
-    // Where the symbol stands in place of the decimal separator (pt-cv: 20$00), ICU's own symbol is an invisible
-    // character; the currency's code takes its place.
-    const icu::UnicodeString shown(symbol, length);
-    properties.scalars["primaryCurrencySymbol"] = toUtf8(shown == u"\u200B" ? icu::UnicodeString(code) : shown);
-    properties.scalars["currencyDigits"] = std::to_string(ucurr_getDefaultFractionDigits(code, &status));
-    checkIcu(status, "currency digits of " + locale.name);
+    const OwnCurrency own = ownCurrency(locale);
+    properties.scalars["primaryCurrencySymbol"] = own.symbol;
+    properties.scalars["currencyDigits"] = std::to_string(own.digits);
 }
 
 // The text of the field; empty when there is none, or when it stands in two places around the number (my: 10^12), where

@@ -82,7 +82,7 @@ TEST_F(Generator, writesUtf8WithoutMarkAndWithLineFeeds)
 TEST_F(Generator, printsItsNumbers)
 {
     ASSERT_EQ(run("pack"), 0) << text("error.txt");
-    for (const char* number : {"locales ", "rules ", "messages ", "languages ", "seconds "}) {
+    for (const char* number : {"locales ", "rules ", "currencies ", "messages ", "languages ", "seconds "}) {
         EXPECT_NE(text("out.txt").find(number), std::string::npos) << number;
     }
     EXPECT_EQ(text("error.txt"), "");

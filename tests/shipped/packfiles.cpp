@@ -107,6 +107,12 @@ const std::map<std::string, Loaded>& loadedLocales()
     return loaded;
 }
 
+const std::vector<Element>& currencies()
+{
+    static const std::vector<Element> all = readXml(packFile("currencies.xml")).children;
+    return all;
+}
+
 const std::vector<Rule>& rules()
 {
     static const std::vector<Rule> all = [] {

@@ -39,6 +39,9 @@ const Element& definitions();
 /// Every definition by name after loading all of them in order, each on top of its base; read once.
 const std::map<std::string, Loaded>& loadedLocales();
 
+/// The elements of currencies.xml in order, read once.
+const std::vector<Element>& currencies();
+
 /// The rules of localemapping.xml in order, read once.
 const std::vector<Rule>& rules();
 
