@@ -1,8 +1,8 @@
 #include <iostream>
 
-#include "vel/config/configreader.h"
-#include "webi18n/localemapping.h"
-#include "webi18n/localetaglookup.h"
+#include <vel/config/configreader.h>
+#include <webi18n/localemapping.h>
+#include <webi18n/localetaglookup.h>
 
 int main(int argc, char** argv)
 {
