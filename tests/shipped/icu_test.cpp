@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "iculocales.h"
 #include "packfiles.h"
 #include "tokens.h"
 
@@ -25,60 +26,6 @@ std::string utf8(const icu::UnicodeString& text)
 {
     std::string bytes;
     return text.toUTF8String(bytes);
-}
-
-// The text with plain blanks, without direction marks, with the keyboard's minus, apostrophe and comma.
-std::string plain(const icu::UnicodeString& text, bool isSeparator)
-{
-    icu::UnicodeString result(text);
-    for (const char16_t blank : {u'\u00A0', u'\u202F', u'\u2009'}) {
-        result.findAndReplace(icu::UnicodeString(blank), icu::UnicodeString(u' '));
-    }
-    for (const char16_t mark : {u'\u200E', u'\u200F', u'\u061C'}) {
-        result.findAndReplace(icu::UnicodeString(mark), icu::UnicodeString());
-    }
-    result.findAndReplace(icu::UnicodeString(u'\u2212'), icu::UnicodeString(u'-'));
-    if (isSeparator) {
-        result.findAndReplace(icu::UnicodeString(u'\u2019'), icu::UnicodeString(u'\''));
-        result.findAndReplace(icu::UnicodeString(u'\u060C'), icu::UnicodeString(u','));
-    }
-    return utf8(result);
-}
-
-std::string maximal(icu::Locale locale)
-{
-    UErrorCode status = U_ZERO_ERROR;
-    locale.addLikelySubtags(status);
-    return locale.getName();
-}
-
-// Every ICU locale with a region and no variant, by its likely subtags: how a definition's name finds it again.
-const std::map<std::string, icu::Locale>& icuLocales()
-{
-    static const std::map<std::string, icu::Locale> all = [] {
-        std::map<std::string, icu::Locale> result;
-        int32_t count = 0;
-        const icu::Locale* available = icu::Locale::getAvailableLocales(count);
-        for (int32_t index = 0; index < count; ++index) {
-            const icu::Locale& locale = available[index];
-            if (*locale.getCountry() != '\0' && *locale.getVariant() == '\0') {
-                EXPECT_TRUE(result.emplace(maximal(locale), locale).second) << locale.getName();
-            }
-        }
-        return result;
-    }();
-    return all;
-}
-
-// ICU's locale of a definition, with the calendar and digits that the pack promises.
-icu::Locale icuLocale(const std::string& name)
-{
-    UErrorCode status = U_ZERO_ERROR;
-    icu::Locale locale = icuLocales().at(maximal(icu::Locale::forLanguageTag(name, status)));
-    locale.setUnicodeKeywordValue("ca", "gregory", status);
-    locale.setUnicodeKeywordValue("nu", "latn", status);
-    EXPECT_TRUE(U_SUCCESS(status)) << name;
-    return locale;
 }
 
 // Twelve moments: every month, every day of the week, days of one and two digits, hours of both halves of the day.
@@ -130,7 +77,7 @@ public:
         EXPECT_TRUE(U_SUCCESS(status));
         icu::UnicodeString result;
         m_pFormat->format(date, result);
-        return plain(result, false);
+        return plainText(result);
     }
 
 private:
@@ -152,7 +99,7 @@ TEST(PackAgainstIcu, hasEveryLocaleOfIcu)
     EXPECT_EQ(loadedLocales().size(), icuLocales().size());
     for (const auto& [name, locale] : loadedLocales()) {
         UErrorCode status = U_ZERO_ERROR;
-        EXPECT_EQ(icuLocales().count(maximal(icu::Locale::forLanguageTag(name, status))), 1u) << name;
+        EXPECT_EQ(icuLocales().count(maximalName(icu::Locale::forLanguageTag(name, status))), 1u) << name;
     }
 }
 
@@ -230,7 +177,8 @@ TEST(PackAgainstIcu, hasIcusNumberSymbols)
         const Symbols symbols(icuLocale(name), status);
         ASSERT_TRUE(U_SUCCESS(status)) << name;
         for (const auto& [property, symbol] : pairs) {
-            EXPECT_EQ(locale.scalar(property), plain(symbols.getConstSymbol(symbol), true)) << name << " " << property;
+            EXPECT_EQ(locale.scalar(property), plainSeparator(symbols.getConstSymbol(symbol)))
+                << name << " " << property;
         }
     }
 }
@@ -253,9 +201,9 @@ TEST(PackAgainstIcu, writesNegativeNumbersAndPercentAsIcuDoes)
         percent->format(0.25, text);
         const std::string picture = locale.scalar("percentFormat");
         ASSERT_NE(picture.find('#'), std::string::npos) << name;
-        EXPECT_EQ(inPicture(picture, "25"), plain(text, false)) << name;
+        EXPECT_EQ(inPicture(picture, "25"), plainText(text)) << name;
         EXPECT_EQ(locale.scalar("percentSymbolLocation"), picture[0] == '#' ? "after" : "before") << name;
-        EXPECT_EQ(inPicture(locale.scalar("negativeNumberTemplate"), "25"), plain(negative, false)) << name;
+        EXPECT_EQ(inPicture(locale.scalar("negativeNumberTemplate"), "25"), plainText(negative)) << name;
     }
 }
 
@@ -271,8 +219,7 @@ TEST(PackAgainstIcu, abbreviatesLargeNumbersAsIcuDoes)
             // The factor's own power of ten may still be written out (es: 1000 M), so a larger multiple counts as well.
             bool isUsed = false;
             for (int64_t multiple = 1; multiple <= 100 && !isUsed; multiple *= 10) {
-                const auto text =
-                    plain(formatter.formatInt(std::stoll(value) * multiple, status).toString(status), false);
+                const auto text = plainText(formatter.formatInt(std::stoll(value) * multiple, status).toString(status));
                 isUsed = text == std::to_string(multiple) + abbreviation ||
                          text == std::to_string(multiple) + " " + abbreviation ||
                          text == abbreviation + std::to_string(multiple) ||

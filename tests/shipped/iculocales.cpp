@@ -1,27 +1,20 @@
 #include "iculocales.h"
 
-#include <map>
 #include <stdexcept>
 
 namespace shipped {
 namespace {
 
-std::string maximal(icu::Locale locale)
-{
-    UErrorCode status = U_ZERO_ERROR;
-    locale.addLikelySubtags(status);
-    return locale.getName();
-}
-
-// ICU's locales with a region and no variant, by what a definition's name and theirs have in common.
-std::map<std::string, icu::Locale> localesBySubtags()
+std::map<std::string, icu::Locale> readLocales()
 {
     std::map<std::string, icu::Locale> result;
     int32_t count = 0;
     const icu::Locale* available = icu::Locale::getAvailableLocales(count);
     for (int32_t index = 0; index < count; ++index) {
-        if (*available[index].getCountry() != '\0' && *available[index].getVariant() == '\0') {
-            result.emplace(maximal(available[index]), available[index]);
+        const icu::Locale& locale = available[index];
+        const bool isWanted = *locale.getCountry() != '\0' && *locale.getVariant() == '\0';
+        if (isWanted && !result.emplace(maximalName(locale), locale).second) {
+            throw std::runtime_error(std::string("ICU has another locale like ") + locale.getName());
         }
     }
     return result;
@@ -29,11 +22,23 @@ std::map<std::string, icu::Locale> localesBySubtags()
 
 }  // namespace
 
+std::string maximalName(icu::Locale locale)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    locale.addLikelySubtags(status);
+    return locale.getName();
+}
+
+const std::map<std::string, icu::Locale>& icuLocales()
+{
+    static const std::map<std::string, icu::Locale> all = readLocales();
+    return all;
+}
+
 icu::Locale icuLocale(const std::string& definition)
 {
-    static const std::map<std::string, icu::Locale> locales = localesBySubtags();
     UErrorCode status = U_ZERO_ERROR;
-    icu::Locale locale = locales.at(maximal(icu::Locale::forLanguageTag(definition, status)));
+    icu::Locale locale = icuLocales().at(maximalName(icu::Locale::forLanguageTag(definition, status)));
     locale.setUnicodeKeywordValue("ca", "gregory", status);
     locale.setUnicodeKeywordValue("nu", "latn", status);
     if (U_FAILURE(status)) {
@@ -54,6 +59,14 @@ std::string plainText(const icu::UnicodeString& text)
     result.findAndReplace(icu::UnicodeString(u'\u2212'), icu::UnicodeString(u'-'));
     std::string bytes;
     return result.toUTF8String(bytes);
+}
+
+std::string plainSeparator(const icu::UnicodeString& text)
+{
+    icu::UnicodeString result(text);
+    result.findAndReplace(icu::UnicodeString(u'\u2019'), icu::UnicodeString(u'\''));
+    result.findAndReplace(icu::UnicodeString(u'\u060C'), icu::UnicodeString(u','));
+    return plainText(result);
 }
 
 }  // namespace shipped
