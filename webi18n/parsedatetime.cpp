@@ -25,10 +25,10 @@ constexpr const wchar_t* kpOrdersYearMonth[] = {L"MYDhmsf", L"MYDhmsf", L"YMDhms
 // Month first in a year-first locale too.
 constexpr const wchar_t* kpOrdersMonthDay[] = {L"MDYhmsf", L"DMYhmsf", L"MDYhmsf", L""};
 
-constexpr unsigned kSlots = 6;
 constexpr unsigned kFirstDateSlot = 0;
 constexpr unsigned kLastDateSlot = 2;
 constexpr unsigned kFirstTimeSlot = 3;
+constexpr unsigned kSecondSlot = 5;
 
 /// What follows a run of digits.
 enum FieldSeparator
@@ -67,10 +67,11 @@ std::uint32_t digitValue(wchar_t character) noexcept
 bool isAlphabetic(wchar_t character) noexcept
 {
     // What is a letter in ASCII is one in every C locale; the C library is asked for the rest.
-    if (character >= 0 && character < 0x80) {
-        return (character | 0x20) >= L'a' && (character | 0x20) <= L'z';
+    const std::uint32_t value = static_cast<std::uint32_t>(character);
+    if (value < L'A') {
+        return false;
     }
-    return std::iswalpha(static_cast<wint_t>(character)) != 0;
+    return value < 0x80 ? (value | 0x20) - L'a' < 26 : std::iswalpha(static_cast<wint_t>(character)) != 0;
 }
 
 /// A separator has one or two characters: a loop is done before a library's comparison has begun.
@@ -98,7 +99,7 @@ bool surelyDiffer(wchar_t letter, wchar_t other) noexcept
 bool startsWithMarker(std::wstring_view text, std::wstring_view marker) noexcept
 {
     return !marker.empty() && text.size() >= marker.size() && !surelyDiffer(text[0], marker[0]) &&
-           compareNoCase(text.substr(0, marker.size()), marker) == 0;
+           (startsWith(text, marker) || compareNoCase(text.substr(0, marker.size()), marker) == 0);
 }
 
 const wchar_t* chooseOrder(Locale::DateOrder order, unsigned expected) noexcept
@@ -118,7 +119,6 @@ public:
           m_pEnd(text.data() + text.size()),
           m_tGuts(locale),
           m_sTimeSeparator(locale.timeSeparator()),
-          m_sDateSeparator(locale.dateSeparator()),
           m_pOrder(chooseOrder(locale.getDateOrder(), expected)),
           m_nSlot((expected & ParseDateTime::kDate) != 0 ? kFirstDateSlot : kFirstTimeSlot),
           m_tOut(out)
@@ -144,7 +144,7 @@ private:
     wchar_t nextCharacter() const noexcept { return m_pNext != m_pEnd ? *m_pNext : L'\0'; }
     std::wstring_view rest() const noexcept { return {m_pNext, static_cast<std::size_t>(m_pEnd - m_pNext)}; }
     bool isFound(unsigned field) const noexcept { return (m_nFound & field) != 0; }
-    void advance() noexcept { m_nSlot = (m_nSlot + 1) % kSlots; }
+    void advance() noexcept { m_nSlot = m_nSlot == kSecondSlot ? kFirstDateSlot : m_nSlot + 1; }
 
     /// A word is skipped letter by letter; one that begins with a marker sets its flag, deliberately ("amber").
     void skipNonDigit() noexcept
@@ -187,22 +187,27 @@ private:
     /// What stands at the position, behind a run. An empty separator of the locale matches everywhere.
     FieldSeparator classify() const noexcept
     {
-        if (m_pOrder[m_nSlot] == L's') {
+        if (isTimeNext()) {
             return kTimeSeparator;
         }
         const wchar_t next = nextCharacter();
-        if (next == L':' || startsWith(rest(), m_sTimeSeparator)) {
-            return kTimeSeparator;
-        }
-        if (next == L'/' || next == L'-' || next == L'.' || startsWith(rest(), m_sDateSeparator)) {
+        if (next == L'/' || next == L'-' || next == L'.' || startsWith(rest(), m_tGuts.dateSeparator())) {
             return kDateSeparator;
         }
         return kNone;
     }
 
+    bool isTimeNext() const noexcept
+    {
+        return m_nSlot == kSecondSlot || nextCharacter() == L':' || startsWith(rest(), m_sTimeSeparator);
+    }
+
     bool takeRun() noexcept
     {
         const DigitRun run = readRun();
+        if (run.m_nDigits > 2) {
+            return !isTimeNext() && applyYearRule(run) == kTaken;
+        }
         Decision decision = decide(run, classify());
         while (decision == kReadAgain) {
             decision = decide(run, classify());
@@ -210,11 +215,9 @@ private:
         return decision == kTaken;
     }
 
+    /// Of a run of one or two digits.
     Decision decide(const DigitRun& run, FieldSeparator separator) noexcept
     {
-        if (run.m_nDigits > 2) {
-            return separator == kTimeSeparator ? kFailed : applyYearRule(run);
-        }
         if (separator == kDateSeparator && run.m_nValue >= 32) {
             return applyYearRule(run);
         }
@@ -361,7 +364,6 @@ private:
     const wchar_t* const m_pEnd;
     const XmlLocaleImpl& m_tGuts;
     std::wstring_view m_sTimeSeparator;
-    std::wstring_view m_sDateSeparator;
     const wchar_t* m_pOrder;
     unsigned m_nSlot;
     DateTime& m_tOut;

@@ -11,14 +11,16 @@ using i18n_details::kMaxFractionDigits;
 using i18n_details::scaleToNanoseconds;
 using XmlType = ParseDateTime::XmlType;
 
+/// Told by one comparison of nearly every character that stands in a value; the rest may be white space or not.
+bool isSurelyNoSpace(wchar_t character) noexcept
+{
+    return static_cast<std::uint32_t>(character) - 0x21 < 0x2028 - 0x21;
+}
+
 bool isXmlSpace(wchar_t character) noexcept
 {
-    // Behind nearly every number stands punctuation: two comparisons tell it.
-    if (character > 0x20 && character < 0x2028) {
-        return false;
-    }
-    return character == 0x20 || character == 0x09 || character == 0x0A || character == 0x0D || character == 0x2028 ||
-           character == 0x2029;
+    return !isSurelyNoSpace(character) && (character == 0x20 || character == 0x09 || character == 0x0A ||
+                                           character == 0x0D || character == 0x2028 || character == 0x2029);
 }
 
 bool isDigit(wchar_t character) noexcept
@@ -29,16 +31,6 @@ bool isDigit(wchar_t character) noexcept
 std::uint32_t digitValue(wchar_t character) noexcept
 {
     return static_cast<std::uint32_t>(character) - L'0';
-}
-
-/// A character that the forms have behind a number: no digit and no white space.
-bool isFollower(wchar_t character) noexcept
-{
-    constexpr wchar_t kFirst = L'-';
-    constexpr std::uint64_t kFollowers =
-        1ULL | 1ULL << (L'.' - kFirst) | 1ULL << (L':' - kFirst) | 1ULL << (L'T' - kFirst) | 1ULL << (L'Z' - kFirst);
-    const std::uint32_t place = static_cast<std::uint32_t>(character) - kFirst;
-    return place < 64 && (kFollowers >> place & 1) != 0;
 }
 
 bool inRange(std::uint32_t value, std::uint32_t least, std::uint32_t most) noexcept
@@ -59,9 +51,11 @@ public:
     /// Steps over the character when it stands here.
     bool skip(wchar_t character) noexcept
     {
-        const bool found = stands(character);
-        m_pNext += found ? 1 : 0;
-        return found;
+        if (!stands(character)) {
+            return false;
+        }
+        ++m_pNext;
+        return true;
     }
 
     void skipWhiteSpace() noexcept
@@ -74,19 +68,32 @@ public:
     /// Reads digits (the value wraps) and skips the white space behind them, also where no digit stood: then 0.
     std::uint32_t readNumber() noexcept
     {
-        // Nearly every number has two digits and punctuation behind them, which costs a look at each.
-        if (m_pEnd - m_pNext > 2 && isDigit(m_pNext[0]) && isDigit(m_pNext[1]) && isFollower(m_pNext[2])) {
+        std::uint32_t value = 0;
+        const wchar_t* next = m_pNext;
+        for (; next != m_pEnd && isDigit(*next); ++next) {
+            value = value * 10 + digitValue(*next);
+        }
+        m_pNext = next;
+        skipWhiteSpace();
+        return value;
+    }
+
+    /// The same for a month, a day, an hour: nearly all have two digits and punctuation behind, a look at each.
+    std::uint32_t readShortNumber() noexcept
+    {
+        if (m_pEnd - m_pNext > 2 && isDigit(m_pNext[0]) && isDigit(m_pNext[1]) && !isDigit(m_pNext[2]) &&
+            isSurelyNoSpace(m_pNext[2])) {
             const std::uint32_t value = digitValue(m_pNext[0]) * 10 + digitValue(m_pNext[1]);
             m_pNext += 2;
             return value;
         }
-        return readAnyNumber();
+        return readNumber();
     }
 
     /// Reads a number into a field when it lies in the range.
     bool readField(std::uint32_t least, std::uint32_t most, std::uint16_t& field) noexcept
     {
-        const std::uint32_t value = readNumber();
+        const std::uint32_t value = readShortNumber();
         if (!inRange(value, least, most)) {
             return false;
         }
@@ -111,18 +118,6 @@ public:
     }
 
 private:
-    std::uint32_t readAnyNumber() noexcept
-    {
-        std::uint32_t value = 0;
-        const wchar_t* next = m_pNext;
-        for (; next != m_pEnd && isDigit(*next); ++next) {
-            value = value * 10 + digitValue(*next);
-        }
-        m_pNext = next;
-        skipWhiteSpace();
-        return value;
-    }
-
     const wchar_t* m_pNext;
     const wchar_t* m_pEnd;
 };
@@ -140,10 +135,10 @@ bool readFraction(XmlScanner& scanner, DateTime& out) noexcept
     return true;
 }
 
-/// Behind the ":" that follows the hour.
+/// Behind the ":" that follows the hour. A text that ends here has no second colon either.
 XmlType readTime(XmlScanner& scanner, std::uint32_t hour, DateTime& out) noexcept
 {
-    if (hour > 23 || scanner.atEnd()) {
+    if (hour > 23) {
         return ParseDateTime::kInvalid;
     }
     out.m_nHour = static_cast<std::uint16_t>(hour);
@@ -160,10 +155,7 @@ XmlType readTime(XmlScanner& scanner, std::uint32_t hour, DateTime& out) noexcep
 XmlType readTimeOfDate(XmlScanner& scanner, DateTime& out) noexcept
 {
     scanner.skipWhiteSpace();
-    if (scanner.atEnd()) {
-        return ParseDateTime::kInvalid;
-    }
-    const std::uint32_t hour = scanner.readNumber();
+    const std::uint32_t hour = scanner.readShortNumber();
     if (!scanner.skip(L':') || readTime(scanner, hour, out) != ParseDateTime::kXmlTime) {
         return ParseDateTime::kInvalid;
     }
