@@ -3,55 +3,15 @@
 #include <cstring>
 #include <new>
 
+#include "xmlhash.h"
 #include "xmlwiden.h"
 
 namespace vel::xml_details {
 
-namespace {
-
-constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15ULL;
-
-template <typename Word>
-std::uint64_t load(const char* bytes) noexcept
-{
-    Word word = 0;
-    std::memcpy(&word, bytes, sizeof(word));
-    return word;
-}
-
-std::uint64_t mix(std::uint64_t hash, std::uint64_t word) noexcept
-{
-    hash = (hash ^ word) * kMultiplier;
-    return hash ^ (hash >> 32);
-}
-
-/// Reads whole words; the last ones overlap instead of being pieced together from bytes.
-std::size_t hashName(std::string_view name) noexcept
-{
-    const char* const data = name.data();
-    const std::size_t size = name.size();
-    std::uint64_t hash = size;
-    if (size < 4) {
-        // Front, middle and last byte are all bytes of so short a name; an empty one does not occur.
-        const std::uint64_t front = static_cast<unsigned char>(data[0]);
-        const std::uint64_t middle = static_cast<unsigned char>(data[size / 2]);
-        return mix(hash, front << 16 | middle << 8 | static_cast<unsigned char>(data[size - 1]));
-    }
-    if (size < 8) {
-        return mix(hash, load<std::uint32_t>(data) << 32 | load<std::uint32_t>(data + size - 4));
-    }
-    for (std::size_t i = 0; i + 8 < size; i += 8) {
-        hash = mix(hash, load<std::uint64_t>(data + i));
-    }
-    return mix(hash, load<std::uint64_t>(data + size - 8));
-}
-
-}  // namespace
-
 const XmlName* XmlNames::lookUp(const char* utf8)
 {
     const std::string_view name(utf8);
-    const std::size_t hash = hashName(name);
+    const std::size_t hash = hashOf(name);
     const std::size_t mask = m_tSlots.size() - 1;
     for (std::size_t probe = 0; probe < kProbes; ++probe) {
         const Slot& slot = m_tSlots[(hash + probe) & mask];

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 
 namespace vel::xml_details {
 
@@ -58,8 +59,21 @@ XmlPlace placeOf(std::string_view text, std::size_t offset) noexcept
 }
 
 XmlPlaceCounter::XmlPlaceCounter(std::string_view text) noexcept
-    : m_pText(text.data()), m_nScanned(text.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0), m_nColumnBase(m_nScanned)
+    : m_pText(text.data()),
+      m_nScanned(text.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0),
+      m_nColumnBase(m_nScanned),
+      m_bHasReturns(std::memchr(text.data(), '\r', text.size()) != nullptr)
 {}
+
+/// Without carriage returns every line ends with a line feed, and only the last line's characters need counting.
+void XmlPlaceCounter::skipLines(std::size_t offset) noexcept
+{
+    while (const void* const feed = std::memchr(m_pText + m_nScanned, '\n', offset - m_nScanned)) {
+        m_nScanned = static_cast<std::size_t>(static_cast<const char*>(feed) - m_pText) + 1;
+        m_nColumnBase = m_nScanned;
+        ++m_nLine;
+    }
+}
 
 void XmlPlaceCounter::scanBlock(std::size_t available) noexcept
 {

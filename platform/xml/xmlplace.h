@@ -21,7 +21,7 @@ inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 /// The place of a byte offset in UTF-8 text; for errors. Offsets past the end count as the end.
 XmlPlace placeOf(std::string_view text, std::size_t offset) noexcept;
 
-/// Gives the places of ascending offsets in one walk over the text, sixteen bytes a step.
+/// Gives the places of ascending offsets in one walk over the text.
 class XmlPlaceCounter
 {
 public:
@@ -31,6 +31,9 @@ public:
     /// `offset`: of a character, not below the one asked for before.
     XmlPlace at(std::size_t offset) noexcept
     {
+        if (!m_bHasReturns && m_nScanned < offset) {
+            skipLines(offset);
+        }
         while (m_nScanned < offset) {
             scanBlock(offset - m_nScanned);
         }
@@ -38,6 +41,7 @@ public:
     }
 
 private:
+    void skipLines(std::size_t offset) noexcept;
     void scanBlock(std::size_t available) noexcept;
 
     const char* m_pText;
@@ -45,6 +49,7 @@ private:
     /// Start of the line, plus the bytes in it so far that continue a character.
     std::size_t m_nColumnBase;
     std::uint32_t m_nLine = 1;
+    bool m_bHasReturns;
 };
 
 }  // namespace vel::xml_details

@@ -19,6 +19,7 @@ XmlTreeBuilder::XmlTreeBuilder(XML_Parser parser, const XmlSource& source, const
       m_sName(name),
       m_tMemory(memory),
       m_tNames(memory.m_tArena),
+      m_tValues(memory.m_tArena),
       m_tPlaces(source.text()),
       m_pTextEnd(memory.m_tText.get()),
       m_nTextLeft(source.text().size())
@@ -144,7 +145,7 @@ XmlElementNode* XmlTreeBuilder::createNode(const XmlPlace& place, const XML_Char
     for (std::size_t i = 0; i < count; ++i) {
         const XmlName* const guess = i < guesses ? m_pLastClosed->attributes()[i].m_pName : nullptr;
         const XmlName* const name = m_tNames.intern(attributes[2 * i], guess);
-        new (node->attributes() + i) XmlAttribute{name, copyValue(attributes[2 * i + 1])};
+        new (node->attributes() + i) XmlAttribute{name, m_tValues.intern(attributes[2 * i + 1])};
     }
     return node;
 }
@@ -161,15 +162,6 @@ void XmlTreeBuilder::link(XmlElementNode* node) noexcept
     }
     m_pOpen = node;
     m_pLastClosed = nullptr;
-}
-
-std::wstring_view XmlTreeBuilder::copyValue(const XML_Char* value)
-{
-    const std::size_t size = std::strlen(value);
-    wchar_t* const text = m_tMemory.m_tArena.reserveText(size);
-    const std::size_t length = widen(value, size, text);
-    m_tMemory.m_tArena.commitText(length);
-    return {text, length};
 }
 
 void XmlTreeBuilder::end() noexcept

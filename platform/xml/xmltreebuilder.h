@@ -9,6 +9,7 @@
 #include "xmlnode.h"
 #include "xmlplace.h"
 #include "xmlsource.h"
+#include "xmlvalues.h"
 
 namespace vel::xml_details {
 
@@ -38,7 +39,6 @@ private:
     void start(const XML_Char* name, const XML_Char** attributes);
     XmlElementNode* createNode(const XmlPlace& place, const XML_Char** attributes);
     void link(XmlElementNode* node) noexcept;
-    std::wstring_view copyValue(const XML_Char* value);
     void end() noexcept;
     void checkDeclaration(const XML_Char* version, const XML_Char* encoding) const;
     [[noreturn]] void throwParserError() const;
@@ -51,6 +51,7 @@ private:
     const String& m_sName;
     XmlMemory& m_tMemory;
     XmlNames m_tNames;
+    XmlValues m_tValues;
     XmlPlaceCounter m_tPlaces;
     wchar_t* m_pTextEnd;
     std::size_t m_nTextLeft;
