@@ -1,5 +1,6 @@
 #include "webi18n/currencylookup.h"
 
+#include <cstring>
 #include <cwchar>
 #include <memory>
 #include <optional>
@@ -154,6 +155,79 @@ void CurrencyReader::readCaptions()
 
 namespace {
 
+/// Two characters a step: a look-up spends most of its time here.
+std::uint32_t hashOf(std::wstring_view text) noexcept
+{
+    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15ULL;
+    std::uint64_t hash = text.size();
+    for (; text.size() >= 2; text.remove_prefix(2)) {
+        std::uint64_t pair = 0;
+        static_assert(sizeof pair == 2 * sizeof(wchar_t));
+        std::memcpy(&pair, text.data(), sizeof pair);
+        hash = (hash ^ pair) * kFactor;
+    }
+    if (!text.empty()) {
+        hash = (hash ^ static_cast<std::uint32_t>(text.front())) * kFactor;
+    }
+    // A step carries bits upwards only.
+    return static_cast<std::uint32_t>(((hash ^ hash >> 32) * kFactor) >> 32);
+}
+
+}  // namespace
+
+template <const String& (Currency::*keyOf)() const noexcept>
+std::size_t CurrencyLookup::Index<keyOf>::placeOf(const String& key, std::uint32_t hash) const noexcept
+{
+    const std::size_t mask = m_vSlots.size() - 1;
+    std::size_t place = hash & mask;
+    while (m_vSlots[place].m_pCurrency != nullptr &&
+           (m_vSlots[place].m_nHash != hash || (m_vSlots[place].m_pCurrency->*keyOf)() != key)) {
+        place = (place + 1) & mask;
+    }
+    return place;
+}
+
+template <const String& (Currency::*keyOf)() const noexcept>
+Handle<const Currency> CurrencyLookup::Index<keyOf>::find(const String& key) const noexcept
+{
+    return Handle<const Currency>(m_vSlots[placeOf(key, hashOf(key.view()))].m_pCurrency);
+}
+
+template <const String& (Currency::*keyOf)() const noexcept>
+void CurrencyLookup::Index<keyOf>::set(const Currency& currency)
+{
+    const std::uint32_t hash = hashOf((currency.*keyOf)().view());
+    if (m_vSlots[placeOf((currency.*keyOf)(), hash)].m_pCurrency == nullptr) {
+        if (2 * (m_nUsed + 1) > m_vSlots.size()) {
+            grow();
+        }
+        ++m_nUsed;
+    }
+    m_vSlots[placeOf((currency.*keyOf)(), hash)] = {&currency, hash};
+}
+
+template <const String& (Currency::*keyOf)() const noexcept>
+void CurrencyLookup::Index<keyOf>::grow()
+{
+    Index larger;
+    larger.m_vSlots.resize(2 * m_vSlots.size());
+    for (const Slot& each : m_vSlots) {
+        if (each.m_pCurrency != nullptr) {
+            larger.m_vSlots[larger.placeOf((each.m_pCurrency->*keyOf)(), each.m_nHash)] = each;
+        }
+    }
+    m_vSlots.swap(larger.m_vSlots);
+}
+
+template <const String& (Currency::*keyOf)() const noexcept>
+void CurrencyLookup::Index<keyOf>::swap(Index& other) noexcept
+{
+    m_vSlots.swap(other.m_vSlots);
+    std::swap(m_nUsed, other.m_nUsed);
+}
+
+namespace {
+
 VEL_INIT_VALUES CurrencyLookup g_tInstance;
 
 }  // namespace
@@ -192,9 +266,8 @@ void CurrencyLookup::add(const Handle<const Currency>& currency)
 {
     m_tCurrencyMap.insert_or_assign(currency->getTag(), currency);
     m_tCurrencyList.push_back(currency);
-    m_tSymbolToCurrencyMap.insert_or_assign(currency->getCurrencySymbol(), currency);
-    m_tTagIndex.insert_or_assign(currency->getTag().view(), currency);
-    m_tSymbolIndex.insert_or_assign(currency->getCurrencySymbol().view(), currency);
+    m_tSymbolToCurrencyMap.set(*currency);
+    m_tTagIndex.set(*currency);
 }
 
 void CurrencyLookup::swap(CurrencyLookup& other) noexcept
@@ -203,33 +276,16 @@ void CurrencyLookup::swap(CurrencyLookup& other) noexcept
     m_tCurrencyList.swap(other.m_tCurrencyList);
     m_tSymbolToCurrencyMap.swap(other.m_tSymbolToCurrencyMap);
     m_tTagIndex.swap(other.m_tTagIndex);
-    m_tSymbolIndex.swap(other.m_tSymbolIndex);
-}
-
-std::size_t CurrencyLookup::TextHash::operator()(std::wstring_view text) const noexcept
-{
-    std::uint64_t hash = text.size();
-    for (const wchar_t character : text) {
-        hash = (hash ^ static_cast<std::uint32_t>(character)) * 0x9E3779B97F4A7C15ULL;
-        hash ^= hash >> 29;
-    }
-    return static_cast<std::size_t>(hash);
-}
-
-Handle<const Currency> CurrencyLookup::find(const Index& index, const String& key)
-{
-    const auto found = index.find(key.view());
-    return found == index.end() ? Handle<const Currency>() : found->second;
 }
 
 Handle<const Currency> CurrencyLookup::lookupCurrencyTag(const String& tag) const
 {
-    return find(m_tTagIndex, tag);
+    return m_tTagIndex.find(tag);
 }
 
 Handle<const Currency> CurrencyLookup::lookupCurrencySymbol(const String& symbol) const
 {
-    return find(m_tSymbolIndex, symbol);
+    return m_tSymbolToCurrencyMap.find(symbol);
 }
 
 }  // namespace vel

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "vel/core/api.h"
@@ -53,24 +52,41 @@ public:
     Handle<const Currency> lookupCurrencySymbol(const String& symbol) const;
 
 private:
-    struct TextHash
+    /// Finds a record by one of its texts without comparing its way down a tree. It owns nothing: the list keeps all
+    /// records.
+    template <const String& (Currency::*keyOf)() const noexcept>
+    class Index
     {
-        std::size_t operator()(std::wstring_view text) const noexcept;
+    public:
+        Handle<const Currency> find(const String& key) const noexcept;
+        /// Adds the record, or replaces that of an equal key. When it throws (memory), nothing has changed.
+        void set(const Currency& currency);
+        void swap(Index& other) noexcept;
+
+    private:
+        /// A place of the open-addressed table, whose size is a power of two and which is never full.
+        struct Slot
+        {
+            const Currency* m_pCurrency = nullptr;
+            std::uint32_t m_nHash = 0;
+        };
+
+        std::size_t placeOf(const String& key, std::uint32_t hash) const noexcept;
+        void grow();
+
+        std::vector<Slot> m_vSlots = std::vector<Slot>(1);
+        std::size_t m_nUsed = 0;
     };
-    /// Finds without comparing its way down a tree. The keys are texts of the records, all of which the list keeps.
-    using Index = std::unordered_map<std::wstring_view, Handle<const Currency>, TextHash>;
 
     CurrencyLookup(const CurrencyLookup&);
 
-    static Handle<const Currency> find(const Index& index, const String& key);
     void add(const Handle<const Currency>& currency);
     void swap(CurrencyLookup& other) noexcept;
 
     CurrencyMap m_tCurrencyMap;
     CurrencyList m_tCurrencyList;
-    CurrencyMap m_tSymbolToCurrencyMap;
-    Index m_tTagIndex;
-    Index m_tSymbolIndex;
+    Index<&Currency::getCurrencySymbol> m_tSymbolToCurrencyMap;
+    Index<&Currency::getTag> m_tTagIndex;
 };
 
 }  // namespace vel
