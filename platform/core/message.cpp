@@ -133,14 +133,17 @@ String Message::toString() const
         out.append(m_tInserts.empty() ? L"" : L")");
         return String(std::move(out));
     }
-    if (m_tInserts.empty()) {
+    if (isPlainText()) {
         return m_sKeyOrText;
     }
     String value;
-    const auto lookUp = [&](unsigned number) {
+    const auto lookUp = [&](unsigned number) -> const String* {
         const Message* found = findInsert(number);
-        value = found == nullptr ? String() : found->toString();
-        return found == nullptr ? nullptr : &value;
+        if (found == nullptr || found->isPlainText()) {
+            return found == nullptr ? nullptr : &found->keyOrText();
+        }
+        value = found->toString();
+        return &value;
     };
     fillInserts(m_sKeyOrText.view(), lookUp, out);
     return String(std::move(out));

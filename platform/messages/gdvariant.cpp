@@ -15,11 +15,6 @@ String numberText(double value)
     return String(std::wstring(written.begin(), written.end()));
 }
 
-bool isPlainText(const Message& message) noexcept
-{
-    return !message.isExternal() && message.inserts().empty();
-}
-
 }  // namespace
 
 GDValue::GDValue(String text) : m_tContent(std::move(text))
@@ -33,7 +28,7 @@ GDValue::~GDValue() = default;
 GDPrimitiveType GDValue::primitiveType() const noexcept
 {
     const Message* message = asMessage();
-    return message == nullptr || isPlainText(*message) ? kTypeString : kTypeNonPrimitive;
+    return message == nullptr || message->isPlainText() ? kTypeString : kTypeNonPrimitive;
 }
 
 String GDValue::toString() const

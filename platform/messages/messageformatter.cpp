@@ -11,20 +11,21 @@ MessageFormatter::MessageFormatter(Handle<const MessageTable> table) : m_hTable(
 String MessageFormatter::format(const Message& message) const
 {
     if (!message.isExternal()) {
-        return message.inserts().empty() ? message.keyOrText() : fill(message.keyOrText(), message);
+        return message.isPlainText() ? message.keyOrText() : fill(message.keyOrText(), message);
     }
-    const GDVariant found = m_hTable.isNull() ? GDVariant() : m_hTable->lookUp(message.keyOrText());
-    return found.asMessage() == nullptr ? describeKey(message) : fill(found.asMessage()->keyOrText(), message);
+    const String* pattern = m_hTable.isNull() ? nullptr : m_hTable->findText(message.keyOrText());
+    return pattern == nullptr ? describeKey(message) : fill(*pattern, message);
 }
 
 String MessageFormatter::fill(const String& pattern, const Message& message) const
 {
     std::wstring out;
+    out.reserve(pattern.length());  // an insert is rarely longer than the element that stands for it
     String value;
     const auto lookUp = [&](unsigned number) -> const String* {
         const Message* insert = message.findInsert(number);
-        if (insert == nullptr) {
-            return nullptr;
+        if (insert == nullptr || insert->isPlainText()) {
+            return insert == nullptr ? nullptr : &insert->keyOrText();
         }
         value = format(*insert);
         return &value;

@@ -47,17 +47,23 @@ void MessageTable::setReference(const String& key, const String& target)
     m_tMessages.insert_or_assign(key, Entry{target, true});
 }
 
-GDVariant MessageTable::lookUp(const String& key) const
+const String* MessageTable::findText(const String& key) const noexcept
 {
     auto found = m_tMessages.find(key);
     // More steps than there are messages: a circle.
     for (std::size_t steps = 0; found != m_tMessages.end() && steps < m_tMessages.size(); ++steps) {
         if (!found->second.m_bReference) {
-            return GDVariant::message(Message::text(found->second.m_sText));
+            return &found->second.m_sText;
         }
         found = m_tMessages.find(found->second.m_sText);
     }
-    return {};
+    return nullptr;
+}
+
+GDVariant MessageTable::lookUp(const String& key) const
+{
+    const String* text = findText(key);
+    return text == nullptr ? GDVariant() : GDVariant::message(Message::text(*text));
 }
 
 GDVariant MessageTable::resolveReferences(const GDVariant& value) const
@@ -66,11 +72,11 @@ GDVariant MessageTable::resolveReferences(const GDVariant& value) const
     if (message == nullptr || !message->isExternal()) {
         return value;
     }
-    const GDVariant found = lookUp(message->keyOrText());
-    if (found.asMessage() == nullptr) {
+    const String* text = findText(message->keyOrText());
+    if (text == nullptr) {
         return {};
     }
-    Message resolved = *found.asMessage();
+    Message resolved = Message::text(*text);
     for (const Message::Insert& each : message->inserts()) {
         const GDVariant insert = resolveReferences(GDVariant::message(each.m_tValue));
         resolved.insert(each.m_nNumber, insert.asMessage() == nullptr ? each.m_tValue : *insert.asMessage());

@@ -39,6 +39,8 @@ public:
     Message&& insert(unsigned number, const String& value) &&;
 
     bool isExternal() const noexcept { return m_bExternal; }
+    /// Whether it is a literal text without inserts, shown as it is.
+    bool isPlainText() const noexcept { return !m_bExternal && m_tInserts.empty(); }
     /// The key of an external message, the text of a text message.
     const String& keyOrText() const noexcept { return m_sKeyOrText; }
     const std::vector<Insert>& inserts() const noexcept { return m_tInserts; }

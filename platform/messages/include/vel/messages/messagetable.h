@@ -49,6 +49,8 @@ public:
 
     /// The text message of `key`, its text as in the file, references followed; undefined when there is none, or when references form a circle.
     GDVariant lookUp(const String& key) const;
+    /// The pattern that lookUp(key) is made of, or null. Valid until the table changes.
+    const String* findText(const String& key) const noexcept;
     /// Resolves a value: an external message becomes the text message of its key in this table, with its inserts
     /// resolved likewise, or undefined when there is none; every other value is returned as it is. An insert that has
     /// no message here stays external.
