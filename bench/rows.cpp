@@ -29,6 +29,16 @@ vel::String Data::mapping() const
     return wide(m_sMapping);
 }
 
+vel::String Data::currencies() const
+{
+    return wide(m_sCurrencies);
+}
+
+vel::FilePath Data::messages() const
+{
+    return vel::FilePath(wide(m_sMessages));
+}
+
 vel::Handle<const vel::ConfigReader> packConfiguration(const Data& data)
 {
     const vel::Handle<vel::MemoryConfigReader> reader = vel::makeHandle<vel::MemoryConfigReader>();

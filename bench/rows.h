@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "harness.h"
+#include "vel/core/filepath.h"
 #include "vel/core/handle.h"
 #include "vel/core/string.h"
 #include "webi18n/localetaglookup.h"
@@ -16,10 +17,14 @@ struct Data
     std::string m_sDefinitions;  ///< the pack's localedefinitions.xml
     std::string m_sLists;        ///< its localelists.xml
     std::string m_sMapping;      ///< its localemapping.xml
+    std::string m_sCurrencies;   ///< its currencies.xml
+    std::string m_sMessages;     ///< its folder of messages, with one below it for each language
     std::string m_sHeaders;      ///< Accept-Language headers, one a line
 
     vel::String definitions() const;
     vel::String mapping() const;
+    vel::String currencies() const;
+    vel::FilePath messages() const;
 };
 
 /// A reader that allows every locale of the pack's lists file.
@@ -31,6 +36,7 @@ vel::Handle<const vel::LocaleTagLookup> loadCatalogue(const Data& data, const ve
 void addCatalogueRows(std::vector<Situation>& rows, const Data& data);
 void addMappingRows(std::vector<Situation>& rows, const Data& data);
 void addLocaleRows(std::vector<Situation>& rows);
+void addCurrencyRows(std::vector<Situation>& rows, const Data& data);
 void addDateRows(std::vector<Situation>& rows, const Data& data);
 void addStartupRows(std::vector<Situation>& rows);
 

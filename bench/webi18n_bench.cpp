@@ -46,12 +46,17 @@ bool read(int count, char** texts, Arguments& arguments)
 
 std::vector<bench::Situation> allRows(const Arguments& arguments)
 {
-    const bench::Data data{arguments.m_sData + "/localedefinitions.xml", arguments.m_sData + "/localelists.xml",
-                           arguments.m_sData + "/localemapping.xml", arguments.m_sHeaders};
+    const bench::Data data{arguments.m_sData + "/localedefinitions.xml",
+                           arguments.m_sData + "/localelists.xml",
+                           arguments.m_sData + "/localemapping.xml",
+                           arguments.m_sData + "/currencies.xml",
+                           arguments.m_sData + "/messages",
+                           arguments.m_sHeaders};
     std::vector<bench::Situation> rows;
     bench::addCatalogueRows(rows, data);
     bench::addMappingRows(rows, data);
     bench::addLocaleRows(rows);
+    bench::addCurrencyRows(rows, data);
     bench::addDateRows(rows, data);
     bench::addStartupRows(rows);
     return rows;
