@@ -85,7 +85,7 @@ const LayeredConfigReader& Session::config()
 
 vel::Handle<vel::LocaleTagLookup> Session::loadCatalogue(const vel::ConfigReader& config)
 {
-    const auto catalogue = vel::makeHandle<vel::LocaleTagLookup>();
+    auto catalogue = vel::makeHandle<vel::LocaleTagLookup>();
     const std::vector<vel::FilePath> files = definitionFiles();
     for (const vel::FilePath& file : files) {
         catalogue->loadLocaleDefinitions(config, file.toString());

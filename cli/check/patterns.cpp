@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "text.h"
@@ -144,11 +145,12 @@ std::optional<Problem> findMisplaced(FormatKind kind, const std::string& where, 
             continue;
         }
         const bool isMinuteOrMonth = run.m_cLetter == L'm' || run.m_cLetter == L'M';
-        const std::string advice = isMinuteOrMonth ? "months are M to MMMM, minutes m and mm"
-                                   : isDate        ? "leave the time to the time format"
-                                                   : "leave the date to the date format";
-        return Problem{kWarning, "misplaced-token",
-                       nameOf(run) + " in " + where + " stands for " + token.m_pMeaning + ": " + advice};
+        const char* advice = isMinuteOrMonth ? "months are M to MMMM, minutes m and mm"
+                             : isDate        ? "leave the time to the time format"
+                                             : "leave the date to the date format";
+        std::string message = nameOf(run) + " in " + where;
+        message.append(" stands for ").append(token.m_pMeaning).append(": ").append(advice);
+        return Problem{kWarning, "misplaced-token", std::move(message)};
     }
     return std::nullopt;
 }
