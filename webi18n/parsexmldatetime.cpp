@@ -35,10 +35,11 @@ std::uint32_t digitValue(wchar_t character) noexcept
 
 bool inRange(std::uint32_t value, std::uint32_t least, std::uint32_t most) noexcept
 {
-    return value >= least && value <= most;
+    return value - least <= most - least;  // what is below wraps to above
 }
 
 /// Walks over the text; every operation leaves the position at or before the end.
+/// Two pointers: a form that goes on to the end of the text takes it by value, in registers.
 class XmlScanner
 {
 public:
@@ -136,7 +137,7 @@ bool readFraction(XmlScanner& scanner, DateTime& out) noexcept
 }
 
 /// Behind the ":" that follows the hour. A text that ends here has no second colon either.
-XmlType readTime(XmlScanner& scanner, std::uint32_t hour, DateTime& out) noexcept
+XmlType readTime(XmlScanner scanner, std::uint32_t hour, DateTime& out) noexcept
 {
     if (hour > 23) {
         return ParseDateTime::kInvalid;
@@ -152,7 +153,7 @@ XmlType readTime(XmlScanner& scanner, std::uint32_t hour, DateTime& out) noexcep
 }
 
 /// Behind the "T" of a date-time, where only a time will do.
-XmlType readTimeOfDate(XmlScanner& scanner, DateTime& out) noexcept
+XmlType readTimeOfDate(XmlScanner scanner, DateTime& out) noexcept
 {
     scanner.skipWhiteSpace();
     const std::uint32_t hour = scanner.readShortNumber();
@@ -163,7 +164,7 @@ XmlType readTimeOfDate(XmlScanner& scanner, DateTime& out) noexcept
 }
 
 /// Behind the "-" that follows the year.
-XmlType readDate(XmlScanner& scanner, DateTime& out) noexcept
+XmlType readDate(XmlScanner scanner, DateTime& out) noexcept
 {
     if (!scanner.readField(1, 12, out.m_nMonth)) {
         return ParseDateTime::kInvalid;
@@ -181,7 +182,7 @@ XmlType readDate(XmlScanner& scanner, DateTime& out) noexcept
 }
 
 /// A form that begins with a number: a time, a date, or a year.
-XmlType readNumberForm(XmlScanner& scanner, DateTime& out) noexcept
+XmlType readNumberForm(XmlScanner scanner, DateTime& out) noexcept
 {
     const std::uint32_t number = scanner.readNumber();
     if (scanner.skip(L':')) {
@@ -198,13 +199,13 @@ XmlType readNumberForm(XmlScanner& scanner, DateTime& out) noexcept
     return scanner.endsDate() ? ParseDateTime::kXmlYear : ParseDateTime::kInvalid;
 }
 
-XmlType readDay(XmlScanner& scanner, DateTime& out, XmlType form) noexcept
+XmlType readDay(XmlScanner scanner, DateTime& out, XmlType form) noexcept
 {
     return scanner.readField(1, 31, out.m_nDay) && scanner.endsDate() ? form : ParseDateTime::kInvalid;
 }
 
 /// Behind the "--" of the forms without a year.
-XmlType readYearlessForm(XmlScanner& scanner, DateTime& out) noexcept
+XmlType readYearlessForm(XmlScanner scanner, DateTime& out) noexcept
 {
     if (scanner.skip(L'-')) {
         return readDay(scanner, out, ParseDateTime::kXmlDay);
