@@ -148,7 +148,7 @@ int Locale::collateStrings(CollateOptions options, const String& a, const String
     return m_hGuts->collateStrings(options, a, b);
 }
 
-GDVariant Locale::getLocaleMessage(Handle<const MessageTable> table) const
+GDVariant Locale::getLocaleMessage(const Handle<const MessageTable>& table) const
 {
     const String key(m_hGuts->info(kLocaleMessageName));
     if (!table.isNull()) {

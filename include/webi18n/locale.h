@@ -180,7 +180,7 @@ public:
 
     /// The locale's display name in the table's language: the message named by kLocaleMessageName. Without a table or
     /// such a message: a text message of definitionName().
-    GDVariant getLocaleMessage(Handle<const MessageTable> table) const;
+    GDVariant getLocaleMessage(const Handle<const MessageTable>& table) const;
 
     // The user's overrides. An empty text, kDateOrderEnd_ and kNotDefined24HR stand for "not overridden". Getters
     // return a reference that is valid while this Locale is not changed. Setting what is set already copies nothing.

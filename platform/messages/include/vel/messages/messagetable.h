@@ -47,7 +47,8 @@ public:
     /// Makes `key` a reference to another message.
     void setReference(const String& key, const String& target);
 
-    /// The text message of `key`, its text as in the file, references followed; undefined when there is none, or when references form a circle.
+    /// The text message of `key`, its text as in the file, references followed; undefined when there is none, or when
+    /// references form a circle.
     GDVariant lookUp(const String& key) const;
     /// The pattern that lookUp(key) is made of, or null. Valid until the table changes.
     const String* findText(const String& key) const noexcept;
