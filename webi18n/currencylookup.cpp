@@ -119,9 +119,7 @@ void CurrencyReader::readNegativeFormats()
 {
     Currency& currency = *m_hCurrency;
     Currency::NegativeFormats& formats = currency.m_vNegativeFormats;
-    const auto addMissing = [&](const wchar_t* tag, String format) {
-        formats.try_emplace(tag, std::move(format), tag);
-    };
+    const auto addMissing = [&](const wchar_t* tag, const String& format) { formats.try_emplace(tag, format, tag); };
     currency.m_sPreferredNegativeTag = ksMinus;
     for (const NonOwningPtr<const XmlElement>& negative : m_tElement.select(kpfNegative)) {
         const String tag = attributeOf(*negative, L"tag");

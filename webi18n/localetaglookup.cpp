@@ -53,8 +53,8 @@ LocaleTagLookup::~LocaleTagLookup() = default;
 
 Handle<const LocaleTagLookup>& LocaleTagLookup::getInstanceHandle()
 {
-    static Handle<const LocaleTagLookup> s_hInstance = makeHandle<LocaleTagLookup>();
-    return s_hInstance;
+    static Handle<const LocaleTagLookup> instance = makeHandle<LocaleTagLookup>();
+    return instance;
 }
 
 const LocaleTagLookup& LocaleTagLookup::getInstance()
