@@ -35,22 +35,22 @@ public:
 private:
     using TableHandle = vel::Handle<const vel::MessageTable>;
 
-    static std::string displayName(const vel::Locale& locale, const TableHandle& wanted, const TableHandle& english)
+    static vel::String displayName(const vel::Locale& locale, const TableHandle& wanted, const TableHandle& english)
     {
         const vel::String key = locale.getInfoAsString(vel::Locale::kLocaleMessageName);
         const TableHandle& table = wanted->lookUp(key).isUndefinedOrNull() ? english : wanted;
         const vel::GDVariant message = locale.getLocaleMessage(table);
         const vel::Message* text = message.asMessage();
-        return utf8Text(text == nullptr ? message.toString() : vel::MessageFormatter(table).format(*text));
+        return text == nullptr ? message.toString() : vel::MessageFormatter(table).format(*text);
     }
 
-    static void answer(const vel::Locale& locale, const std::string& name, Output& output)
+    static void answer(const vel::Locale& locale, const vel::String& name, Output& output)
     {
         Json json;
         json["locale"] = utf8Text(locale.definitionName());
-        json["name"] = name;
+        json["name"] = utf8Text(name);
         json["defaultLanguage"] = utf8Text(locale.getInfoAsString(vel::Locale::kDefaultLanguage));
-        output.row(json, visibleText(locale.definitionName()) + "\t" + name + "\t" +
+        output.row(json, visibleText(locale.definitionName()) + "\t" + visibleText(name) + "\t" +
                              visibleText(locale.getInfoAsString(vel::Locale::kDefaultLanguage)));
     }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "command.h"
+#include "temporaryfolder.h"
 
 namespace clitest {
 
@@ -33,6 +34,17 @@ TEST(Locales, aNameThatNoLanguageHasIsTheDefinitions)
                                  "Localization/AllowedLocales=de-de,en-us", "--json", "locales"});
     EXPECT_THAT(outcome.lines(), ElementsAre(R"j({"locale":"de-de","name":"de-de","defaultLanguage":"de"})j",
                                              R"j({"locale":"en-us","name":"en-us","defaultLanguage":"en"})j"));
+}
+
+TEST(Locales, aNameOfSeveralLinesStaysOnOneForPeople)
+{
+    const testsupport::TemporaryFolder folder;
+    folder.write("messages/en/i18nmessages.xml",
+                 "<messages><message key=\"kmsgName_frCA\">French\n(Canada)</message></messages>");
+    const Outcome outcome =
+        run({"--data", folder.native().string(), "--definitions", dataFile("folder/localedefinitions.xml"), "--set",
+             "Localization/AllowedLocales=fr-ca", "locales"});
+    EXPECT_EQ(outcome.m_sOut, "fr-ca\tFrench\\n(Canada)\tfr\n");
 }
 
 TEST(Locales, noAllowedLocaleIsSaid)
