@@ -35,7 +35,7 @@ echo "the command"
 command="$prefix/bin/webi18n"
 if [[ ! -x $command ]]; then
     echo "bin/webi18n is not installed"
-    exit 0
+    exit 1
 fi
 # Finds the library and the data pack of the moved tree by itself.
 LC_ALL=C grep -q '"locale":"fr-ca"' <("$command" explain --json 'fr-CA,fr;q=0.9,en;q=0.8')
