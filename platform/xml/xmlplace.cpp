@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
 namespace vel::xml_details {
 
@@ -59,42 +58,31 @@ XmlPlace placeOf(std::string_view text, std::size_t offset) noexcept
 }
 
 XmlPlaceCounter::XmlPlaceCounter(std::string_view text) noexcept
-    : m_pText(text.data()),
-      m_nScanned(text.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0),
-      m_nColumnBase(m_nScanned),
-      m_bHasReturns(std::memchr(text.data(), '\r', text.size()) != nullptr)
+    : m_pText(text.data()), m_nScanned(text.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0), m_nColumnBase(m_nScanned)
 {}
 
-/// Without carriage returns every line ends with a line feed, and only the last line's characters need counting.
-void XmlPlaceCounter::skipLines(std::size_t offset) noexcept
+void XmlPlaceCounter::scanTo(std::size_t offset) noexcept
 {
-    while (const void* const feed = std::memchr(m_pText + m_nScanned, '\n', offset - m_nScanned)) {
-        m_nScanned = static_cast<std::size_t>(static_cast<const char*>(feed) - m_pText) + 1;
-        m_nColumnBase = m_nScanned;
-        ++m_nLine;
-    }
-}
-
-void XmlPlaceCounter::scanBlock(std::size_t available) noexcept
-{
-    const char* const start = m_pText + m_nScanned;
-    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(start));
-    const unsigned valid = available >= 16 ? 0xFFFFU : (1U << available) - 1;
-    const unsigned feeds = maskOf(_mm_cmpeq_epi8(block, _mm_set1_epi8('\n'))) & valid;
-    const unsigned returns = maskOf(_mm_cmpeq_epi8(block, _mm_set1_epi8('\r'))) & valid;
+    const __m128i feed = _mm_set1_epi8('\n');
+    const __m128i carriageReturn = _mm_set1_epi8('\r');
     // Continuation bytes are 0x80 to 0xBF, the lowest 64 as signed values.
-    unsigned continuations = maskOf(_mm_cmplt_epi8(block, _mm_set1_epi8(-64))) & valid;
-    const unsigned breaks = returns == 0 ? feeds : feeds | dropPairs(returns, start);
-    if (breaks != 0) {
-        const int afterLast = 32 - std::countl_zero(breaks);
-        m_nLine += countBits(breaks);
-        m_nColumnBase = m_nScanned + static_cast<std::size_t>(afterLast);
-        continuations >>= afterLast;
-    }
-    if (continuations != 0) {
+    const __m128i pastContinuations = _mm_set1_epi8(-64);
+    for (std::size_t at = m_nScanned; at < offset; at += 16) {
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(m_pText + at));
+        const unsigned valid = offset - at >= 16 ? 0xFFFFU : (1U << (offset - at)) - 1;
+        const unsigned feeds = maskOf(_mm_cmpeq_epi8(block, feed)) & valid;
+        const unsigned returns = maskOf(_mm_cmpeq_epi8(block, carriageReturn)) & valid;
+        unsigned continuations = maskOf(_mm_cmplt_epi8(block, pastContinuations)) & valid;
+        const unsigned breaks = returns == 0 ? feeds : feeds | dropPairs(returns, m_pText + at);
+        if (breaks != 0) {
+            const int afterLast = 32 - std::countl_zero(breaks);
+            m_nLine += countBits(breaks);
+            m_nColumnBase = at + static_cast<std::size_t>(afterLast);
+            continuations >>= afterLast;
+        }
         m_nColumnBase += countBits(continuations);
     }
-    m_nScanned += std::min<std::size_t>(available, 16);
+    m_nScanned = offset;
 }
 
 }  // namespace vel::xml_details
