@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
 
 #include "casetables.h"
 
@@ -10,25 +9,13 @@ namespace vel {
 
 namespace {
 
-wchar_t foldByTable(std::uint32_t character) noexcept
-{
-    using case_details::FoldRange;
-    const FoldRange* end = case_details::kFoldRanges + case_details::kFoldRangeCount;
-    const FoldRange* range = std::partition_point(case_details::kFoldRanges, end,
-                                                  [=](const FoldRange& each) { return each.m_nLast < character; });
-    if (range == end || character < range->m_nFirst || (character - range->m_nFirst) % range->m_nStep != 0) {
-        return static_cast<wchar_t>(character);
-    }
-    return static_cast<wchar_t>(character + static_cast<std::uint32_t>(range->m_nDelta));
-}
-
 std::uint32_t fold(wchar_t character) noexcept
 {
     const std::uint32_t value = static_cast<std::uint32_t>(character);
     if (value < 0x80) {
         return value - 'A' < 26 ? value + ('a' - 'A') : value;
     }
-    return static_cast<std::uint32_t>(foldByTable(value));
+    return case_details::mapByRanges(case_details::kFoldRanges, case_details::kFoldRangeCount, value);
 }
 
 }  // namespace

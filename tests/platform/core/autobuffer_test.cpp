@@ -49,6 +49,17 @@ TEST(AutoBuffer, NeverShrinks)
     EXPECT_EQ(buffer.data(), before);
 }
 
+TEST(AutoBuffer, TheBaseTakesEveryInlineCapacity)
+{
+    AutoBuffer<unsigned char, 64> buffer;
+    vel::AutoBufferBase<unsigned char>& base = buffer;
+    EXPECT_EQ(base.capacity(), 64U);
+    base[63] = 9;
+    base.ensureCapacity(65);
+    EXPECT_EQ(buffer.capacity(), 65U);
+    EXPECT_EQ(buffer[63], 9);
+}
+
 TEST(AutoBuffer, NothingChangesWhenMemoryRunsOut)
 {
     AutoBuffer<int, 1> buffer;

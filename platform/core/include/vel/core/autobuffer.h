@@ -7,17 +7,17 @@
 
 namespace vel {
 
-/// A buffer of plain values whose first block of `nInline` elements lies in the object. Growing keeps the contents;
-/// new elements are not initialised. Not copyable; not for use by two threads at once.
-template <typename T, std::size_t nInline>
-class AutoBuffer
+/// A buffer of plain values that grows: what operations take that fill a buffer of any inline capacity. Declare an
+/// AutoBuffer to own one. Growing keeps the contents; new elements are not initialised. Not copyable; not for use by
+/// two threads at once.
+template <typename T>
+class AutoBufferBase
 {
-    static_assert(std::is_trivially_copyable_v<T> && nInline > 0);
+    static_assert(std::is_trivially_copyable_v<T>);
 
 public:
-    AutoBuffer() noexcept = default;
-    AutoBuffer(const AutoBuffer&) = delete;
-    AutoBuffer& operator=(const AutoBuffer&) = delete;
+    AutoBufferBase(const AutoBufferBase&) = delete;
+    AutoBufferBase& operator=(const AutoBufferBase&) = delete;
 
     T* data() noexcept { return m_pData; }
     const T* data() const noexcept { return m_pData; }
@@ -40,11 +40,30 @@ public:
         m_nCapacity = count;
     }
 
+protected:
+    AutoBufferBase(T* inlineBlock, std::size_t inlineCapacity) noexcept
+        : m_pData(inlineBlock), m_nCapacity(inlineCapacity)
+    {}
+    ~AutoBufferBase() = default;
+
+private:
+    std::unique_ptr<T[]> m_pHeap;
+    T* m_pData;
+    std::size_t m_nCapacity;
+};
+
+/// A buffer whose first block of `nInline` elements lies in the object.
+template <typename T, std::size_t nInline>
+class AutoBuffer : public AutoBufferBase<T>
+{
+    static_assert(nInline > 0);
+
+public:
+    // The block is left uninitialised on purpose: who asks for a buffer fills it.
+    AutoBuffer() noexcept : AutoBufferBase<T>(m_aInline, nInline) {}
+
 private:
     T m_aInline[nInline];
-    std::unique_ptr<T[]> m_pHeap;
-    T* m_pData = m_aInline;
-    std::size_t m_nCapacity = nInline;
 };
 
 }  // namespace vel

@@ -90,7 +90,7 @@ private:
     T& checked() const
     {
         if (m_pObject == nullptr) [[unlikely]] {
-            handle_details::throwInvalidHandle(typeid(T));
+            handle_details::throwInvalidHandle(typeid(T*));
         }
         return *m_pObject;
     }
