@@ -20,12 +20,19 @@ struct Written
     std::string m_sConfig;
     std::vector<std::string> m_tSettings;
     std::vector<std::string> m_tDefinitions;
+    std::vector<std::string> m_tCurrencies;
     std::string m_sMapping;
     std::string m_sLog;
     bool m_bJson = false;
 };
 
 using Added = std::vector<std::pair<CLI::App*, std::unique_ptr<Subcommand>>>;
+
+/// An option that names a file each time it is given.
+void addFiles(CLI::App& app, const char* name, std::vector<std::string>& files, const char* description)
+{
+    app.add_option(name, files, description)->type_name("FILE")->allow_extra_args(false);
+}
 
 void addGlobalOptions(CLI::App& app, Written& written)
 {
@@ -39,9 +46,8 @@ void addGlobalOptions(CLI::App& app, Written& written)
     app.add_option("--set", written.m_tSettings, "one configuration value, in front of the files'")
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
-    app.add_option("--definitions", written.m_tDefinitions, "locale definitions, loaded after the data folder's")
-        ->type_name("FILE")
-        ->allow_extra_args(false);
+    addFiles(app, "--definitions", written.m_tDefinitions, "locale definitions, loaded after the data folder's");
+    addFiles(app, "--currencies", written.m_tCurrencies, "currencies, loaded after the data folder's");
     app.add_option("--mapping", written.m_sMapping, "mapping rules instead of the data folder's")
         ->type_name("FILE")
         ->take_last();
@@ -56,8 +62,8 @@ void addGlobalOptions(CLI::App& app, Written& written)
 Added addSubcommands(CLI::App& app)
 {
     Added added;
-    for (const auto add :
-         {&addExplain, &addLocales, &addLocale, &addLanguages, &addDataFormat, &addParse, &addParseXml, &addCheck}) {
+    for (const auto add : {&addExplain, &addLocales, &addLocale, &addLanguages, &addDataFormat, &addParse, &addParseXml,
+                           &addCurrencies, &addCurrency, &addCheck}) {
         std::unique_ptr<Subcommand> subcommand = add(app);
         CLI::App* sub = app.get_subcommands({}).back();
         sub->fallthrough();
@@ -85,6 +91,15 @@ std::pair<vel::String, vel::String> readSetting(const std::string& setting)
     return {wideText(setting.substr(0, equals), "--set"), wideText(setting.substr(equals + 1), "--set")};
 }
 
+std::vector<vel::String> readFiles(const std::vector<std::string>& written, const char* option)
+{
+    std::vector<vel::String> files;
+    for (const std::string& file : written) {
+        files.push_back(wideText(file, option));
+    }
+    return files;
+}
+
 Options readOptions(const Written& written)
 {
     Options options;
@@ -96,9 +111,8 @@ Options readOptions(const Written& written)
     for (const std::string& setting : written.m_tSettings) {
         options.m_tSettings.push_back(readSetting(setting));
     }
-    for (const std::string& file : written.m_tDefinitions) {
-        options.m_tDefinitions.push_back(wideText(file, "--definitions"));
-    }
+    options.m_tDefinitions = readFiles(written.m_tDefinitions, "--definitions");
+    options.m_tCurrencies = readFiles(written.m_tCurrencies, "--currencies");
     if (!written.m_sLog.empty()) {
         options.m_eLog = readLevel(written.m_sLog);
     }

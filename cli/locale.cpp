@@ -1,3 +1,4 @@
+#include "facts.h"
 #include "subcommand.h"
 #include "text.h"
 #include "textargument.h"
@@ -82,39 +83,6 @@ Json describe(const Locale& locale)
     addScaleFactors(locale, json);
     json["effective"] = effective(locale);
     return json;
-}
-
-std::string valueForPeople(const Json& value)
-{
-    if (value.is_string()) {
-        return quotedText(*vel::stringFromUtf8(value.get<std::string>()));
-    }
-    if (!value.is_array()) {
-        return value.dump();
-    }
-    std::string list;
-    for (const Json& each : value) {
-        const bool isPair = each.is_array();
-        list += (list.empty() ? "" : ", ") +
-                (isPair ? valueForPeople(each[0]) + "=" + valueForPeople(each[1]) : valueForPeople(each));
-    }
-    return list;
-}
-
-/// The same facts as the JSON object, one a line.
-Facts factsOf(const Json& json, const std::string& prefix = "")
-{
-    Facts facts;
-    for (const auto& [name, value] : json.items()) {
-        if (!value.is_object()) {
-            facts.emplace_back(prefix + name, valueForPeople(value));
-            continue;
-        }
-        for (Facts::value_type& fact : factsOf(value, name + " ")) {
-            facts.push_back(std::move(fact));
-        }
-    }
-    return facts;
 }
 
 class ShowLocale final : public Subcommand

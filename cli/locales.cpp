@@ -1,6 +1,6 @@
+#include "captions.h"
 #include "subcommand.h"
 #include "text.h"
-#include "vel/messages/messageformatter.h"
 
 namespace cli {
 
@@ -24,24 +24,18 @@ public:
             complain("note", "no locale is allowed by the configuration");
             return kExitSuccess;
         }
-        const TableHandle wanted = session.messages(wideText(m_sLanguage, "--language"));
-        const TableHandle english = session.messages(L"en");
+        const Captions captions(session, wideText(m_sLanguage, "--language"));
         for (const vel::Locale& locale : locales) {
-            answer(locale, displayName(locale, wanted, english), output);
+            answer(locale, displayName(locale, captions), output);
         }
         return kExitSuccess;
     }
 
 private:
-    using TableHandle = vel::Handle<const vel::MessageTable>;
-
-    static vel::String displayName(const vel::Locale& locale, const TableHandle& wanted, const TableHandle& english)
+    static vel::String displayName(const vel::Locale& locale, const Captions& captions)
     {
-        const vel::String key = locale.getInfoAsString(vel::Locale::kLocaleMessageName);
-        const TableHandle& table = wanted->lookUp(key).isUndefinedOrNull() ? english : wanted;
-        const vel::GDVariant message = locale.getLocaleMessage(table);
-        const vel::Message* text = message.asMessage();
-        return text == nullptr ? message.toString() : vel::MessageFormatter(table).format(*text);
+        const Captions::Table& table = captions.tableFor(locale.getInfoAsString(vel::Locale::kLocaleMessageName));
+        return Captions::format(locale.getLocaleMessage(table), table);
     }
 
     static void answer(const vel::Locale& locale, const vel::String& name, Output& output)

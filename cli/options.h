@@ -16,6 +16,7 @@ struct Options
     vel::String m_sConfig;
     std::vector<std::pair<vel::String, vel::String>> m_tSettings;
     std::vector<vel::String> m_tDefinitions;
+    std::vector<vel::String> m_tCurrencies;
     vel::String m_sMapping;
     std::optional<vel::LogSeverity> m_eLog;
     bool m_bJson = false;

@@ -47,14 +47,25 @@ std::optional<vel::FilePath> Session::dataFile(const wchar_t* name)
     return isThere(file) ? std::optional(std::move(file)) : std::nullopt;
 }
 
-std::vector<vel::FilePath> Session::definitionFiles()
+/// The data folder's file of that name when it is there, and then those of an option.
+std::vector<vel::FilePath> Session::filesBehindOwn(const wchar_t* name, const std::vector<vel::String>& given)
 {
     std::vector<vel::FilePath> files;
-    if (const auto own = dataFile(L"localedefinitions.xml")) {
+    if (const auto own = dataFile(name)) {
         files.push_back(*own);
     }
-    files.insert(files.end(), m_tOptions.m_tDefinitions.begin(), m_tOptions.m_tDefinitions.end());
+    files.insert(files.end(), given.begin(), given.end());
     return files;
+}
+
+std::vector<vel::FilePath> Session::definitionFiles()
+{
+    return filesBehindOwn(L"localedefinitions.xml", m_tOptions.m_tDefinitions);
+}
+
+std::vector<vel::FilePath> Session::currencyFiles()
+{
+    return filesBehindOwn(L"currencies.xml", m_tOptions.m_tCurrencies);
 }
 
 std::optional<vel::FilePath> Session::mappingFile()
@@ -120,6 +131,24 @@ const vel::LocaleMapping& Session::mapping()
         m_pMapping = std::move(mapping);
     }
     return *m_pMapping;
+}
+
+const vel::CurrencyLookup& Session::currencies()
+{
+    if (m_pCurrencies == nullptr) {
+        auto currencies = std::make_unique<vel::CurrencyLookup>();
+        const std::vector<vel::FilePath> files = currencyFiles();
+        for (const vel::FilePath& file : files) {
+            currencies->loadCurrencies(file.toString());
+        }
+        if (files.empty()) {
+            complain("note",
+                     "there are no currencies: the data folder has no currencies.xml and no --currencies FILE is "
+                     "given");
+        }
+        m_pCurrencies = std::move(currencies);
+    }
+    return *m_pCurrencies;
 }
 
 vel::Handle<const vel::MessageTable> Session::messages(const vel::String& language)

@@ -10,6 +10,7 @@
 #include "vel/core/filepath.h"
 #include "vel/core/handle.h"
 #include "vel/messages/messagetable.h"
+#include "webi18n/currencylookup.h"
 #include "webi18n/localemapping.h"
 #include "webi18n/localetaglookup.h"
 
@@ -33,11 +34,14 @@ public:
     /// The definitions files in the order of loading.
     std::vector<vel::FilePath> definitionFiles();
     std::optional<vel::FilePath> mappingFile();
+    /// The currencies files in the order of loading.
+    std::vector<vel::FilePath> currencyFiles();
 
     const LayeredConfigReader& config();
     /// The definitions with the locales that the configuration allows.
     const vel::Handle<vel::LocaleTagLookup>& catalogue();
     const vel::LocaleMapping& mapping();
+    const vel::CurrencyLookup& currencies();
     /// The messages of a language; an empty table when the data folder has none for it.
     vel::Handle<const vel::MessageTable> messages(const vel::String& language);
     /// Whether there is a definition of that name, allowed or not.
@@ -46,6 +50,7 @@ public:
     std::string absenceOf(const vel::String& name);
 
 private:
+    std::vector<vel::FilePath> filesBehindOwn(const wchar_t* name, const std::vector<vel::String>& given);
     vel::Handle<vel::LocaleTagLookup> loadCatalogue(const vel::ConfigReader& config);
 
     Options m_tOptions;
@@ -54,6 +59,7 @@ private:
     vel::Handle<vel::LocaleTagLookup> m_hCatalogue;
     vel::Handle<vel::LocaleTagLookup> m_hEverything;
     std::unique_ptr<vel::LocaleMapping> m_pMapping;
+    std::unique_ptr<vel::CurrencyLookup> m_pCurrencies;
 };
 
 }  // namespace cli

@@ -30,6 +30,8 @@ std::unique_ptr<Subcommand> addLanguages(CLI::App& app);
 std::unique_ptr<Subcommand> addDataFormat(CLI::App& app);
 std::unique_ptr<Subcommand> addParse(CLI::App& app);
 std::unique_ptr<Subcommand> addParseXml(CLI::App& app);
+std::unique_ptr<Subcommand> addCurrencies(CLI::App& app);
+std::unique_ptr<Subcommand> addCurrency(CLI::App& app);
 std::unique_ptr<Subcommand> addCheck(CLI::App& app);
 
 }  // namespace cli

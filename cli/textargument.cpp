@@ -5,18 +5,18 @@
 
 namespace cli {
 
-void TextArgument::addTo(CLI::App& app, const std::string& name, const std::string& description)
+CLI::Option* TextArgument::addTo(CLI::App& app, const std::string& name, const std::string& description)
 {
     const std::string batch = "; \"-\" takes each line of standard input, and gives a line for each";
-    app.add_option(name, m_sText, description + batch)->required()->type_name("");
+    return app.add_option(name, m_tText, description + batch)->required()->type_name("");
 }
 
 ExitCode TextArgument::forEach(const Session& session, Output& output, const Answer& answer) const
 {
-    if (m_sText == "-" && !session.options().m_bTextAfterMark) {
+    if (m_tText == "-" && !session.options().m_bTextAfterMark) {
         return answerLines(output, answer);
     }
-    return answer(wideText(m_sText, "argument")) ? kExitSuccess : kExitNoMatch;
+    return answer(wideText(*m_tText, "argument")) ? kExitSuccess : kExitNoMatch;
 }
 
 ExitCode TextArgument::answerLines(Output& output, const Answer& answer)
