@@ -66,10 +66,10 @@ TEST(Handle, NullThrowsAndNamesTheType)
     EXPECT_TRUE(null.isNull());
     EXPECT_FALSE(static_cast<bool>(null));
     EXPECT_EQ(null.get(), nullptr);
-    expectInvalidHandle([&] { null->m_nValue = 1; }, "Invalid handle: coretest::Thing");
-    expectInvalidHandle([&] { (*null).m_nValue = 1; }, "Invalid handle: coretest::Thing");
+    expectInvalidHandle([&] { null->m_nValue = 1; }, "Invalid handle: coretest::Thing*");
+    expectInvalidHandle([&] { (*null).m_nValue = 1; }, "Invalid handle: coretest::Thing*");
     expectInvalidHandle([] { (void)Handle<const SpecialThing>(nullptr)->m_nValue; },
-                        "Invalid handle: coretest::SpecialThing");
+                        "Invalid handle: coretest::SpecialThing const*");
 }
 
 TEST(Handle, CountsItsShares)
