@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "icuhandles.h"
+
+namespace vel::nls {
+
+/// What the name of a sort stands for.
+struct SortName
+{
+    /// The canonical BCP 47 tag.
+    std::string m_sCanonical;
+    /// Equal for the names that have the same order.
+    std::string m_sOrder;
+    CollatorPtr m_pCollator;
+};
+
+/// Reads the name of a sort; nothing when there is no such sort. SortTable::open states the rules. Throws
+/// std::bad_alloc.
+std::optional<SortName> resolveSortName(std::string_view name);
+
+}  // namespace vel::nls

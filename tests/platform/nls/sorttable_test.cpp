@@ -1,0 +1,203 @@
+#include "vel/nls/sorttable.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "failingallocator.h"
+
+namespace {
+
+using vel::nls::SortStrength;
+using vel::nls::SortTable;
+
+std::string bytesOf(std::u16string_view text)
+{
+    std::string bytes;
+    for (const char16_t unit : text) {
+        bytes += static_cast<char>(unit >> 8);
+        bytes += static_cast<char>(unit);
+    }
+    return bytes;
+}
+
+std::string keyOfBytes(const SortTable& table, std::string_view bytes, SortStrength strength)
+{
+    std::string key(16 * bytes.size() + 64, '\0');
+    const std::size_t size = table.makeKey(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), strength,
+                                           reinterpret_cast<unsigned char*>(key.data()), key.size());
+    EXPECT_LE(size, key.size());
+    key.resize(std::min(size, key.size()));
+    return key;
+}
+
+std::string keyOf(const SortTable& table, std::u16string_view text, SortStrength strength = SortStrength::kTertiary)
+{
+    return keyOfBytes(table, bytesOf(text), strength);
+}
+
+std::shared_ptr<const SortTable> open(std::string_view name)
+{
+    std::shared_ptr<const SortTable> table = SortTable::open(name);
+    EXPECT_NE(table, nullptr) << name;
+    return table;
+}
+
+std::vector<std::u16string> sorted(std::string_view name, std::vector<std::u16string> texts)
+{
+    const auto table = open(name);
+    std::sort(texts.begin(), texts.end(), [&](const std::u16string& left, const std::u16string& right) {
+        return keyOf(*table, left) < keyOf(*table, right);
+    });
+    return texts;
+}
+
+TEST(SortTable, EachLanguageHasItsOrder)
+{
+    using Texts = std::vector<std::u16string>;
+    EXPECT_EQ(sorted("sv", {u"z", u"ä", u"a"}), (Texts{u"a", u"z", u"ä"}));
+    EXPECT_EQ(sorted("de", {u"z", u"ä", u"a"}), (Texts{u"a", u"ä", u"z"}));
+    EXPECT_EQ(sorted("de-u-co-phonebk", {u"af", u"ä", u"ad"}), (Texts{u"ad", u"ä", u"af"}));
+    EXPECT_EQ(sorted("cs", {u"d", u"ch", u"h", u"i"}), (Texts{u"d", u"h", u"ch", u"i"}));
+    EXPECT_EQ(sorted("en", {u"côté", u"cote", u"coté", u"côte"}), (Texts{u"cote", u"coté", u"côte", u"côté"}));
+    EXPECT_EQ(sorted("fr-CA", {u"côté", u"cote", u"coté", u"côte"}), (Texts{u"cote", u"côte", u"coté", u"côté"}));
+    EXPECT_EQ(sorted("en", {u"a", u"A"}), (Texts{u"a", u"A"}));
+    EXPECT_EQ(sorted("da-u-kf-upper", {u"a", u"A"}), (Texts{u"A", u"a"}));
+    EXPECT_EQ(sorted("en", {u"a10", u"a9"}), (Texts{u"a10", u"a9"}));
+    EXPECT_EQ(sorted("en-u-kn", {u"a10", u"a9"}), (Texts{u"a9", u"a10"}));
+    EXPECT_EQ(sorted("binary", {u"b", u"A", u"a", u"\U00010000", u"\uFFFF", u"é"}),
+              (Texts{u"A", u"a", u"b", u"é", u"\uFFFF", u"\U00010000"}));
+}
+
+TEST(SortTable, NamesThatAreNoSortHaveNoTable)
+{
+    for (const char* name : {"", "en_US", "a b", "fr-u-co-phonebk", "zh-u-co-phonebk", "en-u-co-bogus", "en-u-ka-what",
+                             "en-u-kn-what", "en-u-kr-what", "binary_", "-", "e", "en-"}) {
+        EXPECT_EQ(SortTable::open(name), nullptr) << name;
+    }
+    EXPECT_EQ(SortTable::open(std::string_view("en\0sv", 5)), nullptr);
+    EXPECT_EQ(SortTable::open(std::string(100'000, 'a')), nullptr);
+}
+
+TEST(SortTable, TheNameIsCanonical)
+{
+    EXPECT_EQ(open("SV")->name(), "sv");
+    EXPECT_EQ(open("de-u-co-phonebk")->name(), "de-u-co-phonebk");
+    EXPECT_EQ(open("Binary")->name(), "binary");
+    EXPECT_EQ(open("und")->name(), "und");
+}
+
+TEST(SortTable, ATableIsSharedWhileAnyoneHoldsIt)
+{
+    const auto first = open("sv");
+    EXPECT_EQ(first, open("sv"));
+    EXPECT_EQ(first, open("SV"));
+    EXPECT_NE(first, open("de"));
+    EXPECT_EQ(open("binary").use_count(), 1);
+}
+
+TEST(SortTable, NothingIsKeptWhenTheLastHolderIsGone)
+{
+    open("sv").reset();
+    const std::ptrdiff_t before = testsupport::outstandingBlocks();
+    open("fi").reset();
+    open("zh-u-co-stroke").reset();
+    open("binary").reset();
+    EXPECT_EQ(testsupport::outstandingBlocks(), before);
+}
+
+TEST(SortTable, TheKeyOfNothingIsEmpty)
+{
+    for (const char* name : {"sv", "th", "en-u-ka-shifted", "fr-CA", "en-u-kc", "binary"}) {
+        for (int i = 0; i < 5; ++i) {
+            EXPECT_EQ(keyOf(*open(name), u"", static_cast<SortStrength>(i)), "") << name << i;
+        }
+    }
+    EXPECT_EQ(keyOf(*open("sv"), std::u16string_view(u"\0\u200D", 2)), "");
+}
+
+TEST(SortTable, IllFormedTextCountsAsReplacementCharacters)
+{
+    for (const char* name : {"sv", "binary", "en-u-kc"}) {
+        const auto table = open(name);
+        EXPECT_EQ(keyOf(*table, u"a\xD800z"), keyOf(*table, u"a\uFFFDz"));
+        EXPECT_EQ(keyOf(*table, u"a\xDC00\xD800"), keyOf(*table, u"a\uFFFD\uFFFD"));
+        EXPECT_EQ(keyOfBytes(*table, bytesOf(u"ab") + "x", SortStrength::kTertiary), keyOf(*table, u"ab\uFFFD"));
+        EXPECT_EQ(keyOfBytes(*table, "x", SortStrength::kTertiary), keyOf(*table, u"\uFFFD"));
+    }
+}
+
+TEST(SortTable, AKeyIsWrittenOnlyWhenItFits)
+{
+    for (const char* name : {"sv", "binary", "en-u-kc"}) {
+        const auto table = open(name);
+        const std::string text = bytesOf(u"Göteborg");
+        const std::string key = keyOfBytes(*table, text, SortStrength::kTertiary);
+        for (std::size_t capacity = 0; capacity <= key.size() + 1; ++capacity) {
+            std::string out(capacity + 8, '#');
+            EXPECT_EQ(table->makeKey(reinterpret_cast<const unsigned char*>(text.data()), text.size(),
+                                     SortStrength::kTertiary, reinterpret_cast<unsigned char*>(out.data()), capacity),
+                      key.size());
+            EXPECT_EQ(out.substr(capacity), "########") << capacity;
+            if (capacity >= key.size()) {
+                EXPECT_EQ(out.substr(0, key.size()), key);
+            }
+        }
+        EXPECT_EQ(table->makeKey(reinterpret_cast<const unsigned char*>(text.data()), text.size(),
+                                 SortStrength::kTertiary, nullptr, 0),
+                  key.size());
+    }
+}
+
+TEST(SortTable, WideTextComparesAsItsCodePoints)
+{
+    for (const char* name : {"en", "binary"}) {
+        const auto table = open(name);
+        const auto compare = [&](std::wstring_view a, std::wstring_view b) {
+            return table->compare(a.data(), a.size(), b.data(), b.size(), SortStrength::kIdentical);
+        };
+        EXPECT_EQ(compare(L"", L""), 0);
+        EXPECT_EQ(compare(L"", L"a"), -1);
+        EXPECT_EQ(compare(L"b", L"a"), 1);
+        const wchar_t pair[] = {0xD83D, 0xDE00};
+        EXPECT_EQ(compare(std::wstring_view(pair, 2), L"\U0001F600"), 0);
+        const wchar_t none[] = {static_cast<wchar_t>(0x110000), -1, 0xDC00};
+        EXPECT_EQ(compare(std::wstring_view(none, 3), L"\uFFFD\uFFFD\uFFFD"), 0);
+    }
+}
+
+TEST(SortTable, SixteenThreadsGetOneTable)
+{
+    std::vector<std::shared_ptr<const SortTable>> tables(16);
+    std::vector<std::thread> threads;
+    for (auto& table : tables) {
+        threads.emplace_back([&table] { table = SortTable::open("lt"); });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_NE(tables[0], nullptr);
+    EXPECT_EQ(std::count(tables.begin(), tables.end(), tables[0]), 16);
+}
+
+TEST(SortTable, ABuildThatRunsOutOfMemoryLeavesNothing)
+{
+    open("hu").reset();
+    const std::ptrdiff_t before = testsupport::outstandingBlocks();
+    bool isDone = false;
+    for (std::size_t nth = 0; !isDone; nth += nth < 40 ? 1 : nth / 3) {
+        const testsupport::FailingAllocations failing(nth);
+        try {
+            isDone = SortTable::open("hu") != nullptr && !failing.hasFailed();
+        } catch (const std::bad_alloc&) {
+            EXPECT_EQ(testsupport::outstandingBlocks(), before) << nth;
+        }
+    }
+    EXPECT_EQ(testsupport::outstandingBlocks(), before);
+    EXPECT_NE(open("hu"), nullptr);
+}
+
+}  // namespace
