@@ -203,9 +203,12 @@ Batch captionOurs(const std::vector<Handle<const Currency>>& currencies,
     const vel::MessageFormatter formatter(messages);
     const auto captionAll = [currencies, messages, formatter] {
         vel::GDVariant caption;
+        vel::StringBuffer<127> out;
         for (const Handle<const Currency>& each : currencies) {
             each->getResolvedCurrencyDisplayMessage(messages, caption);
-            keep(formatter.format(*caption.asMessage()));
+            out.clear();
+            formatter.format(*caption.asMessage(), out);
+            keep(out.length());
         }
     };
     return repeated(captionAll, currencies.size());

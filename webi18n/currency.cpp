@@ -2,13 +2,31 @@
 
 #include "i18nmessages.h"
 #include "vel/core/message.h"
+#include "vel/core/staticinit.h"
 #include "webi18n/localetaglookup.h"
 
 namespace vel {
 
-Currency::Currency() = default;
+namespace {
+
+VEL_INIT_VALUES const Message g_tNoSymbol = Message::text(String());
+VEL_INIT_VALUES const Message g_tHeadingWithoutSymbol =
+    Message(i18n_details::kmsgCurrencyFormatLocaleCurrencyHeading).insert(1, g_tNoSymbol);
+
+}  // namespace
+
+Currency::Currency() : m_tSymbolText(g_tNoSymbol), m_tHeading(g_tHeadingWithoutSymbol)
+{}
+
 Currency::Currency(const Currency&) = default;
 Currency::~Currency() = default;
+
+void Currency::setSymbol(String symbol)
+{
+    m_sCurrencySymbol = std::move(symbol);
+    m_tSymbolText = Message::text(m_sCurrencySymbol);
+    m_tHeading = Message(i18n_details::kmsgCurrencyFormatLocaleCurrencyHeading).insert(1, m_tSymbolText);
+}
 
 Currency* Currency::clone() const
 {
@@ -30,7 +48,7 @@ namespace {
 /// Whether `out` is a text of its own, once its references are resolved.
 bool resolve(const Handle<const MessageTable>& messages, GDAdjustableSizeVariant<16>& out)
 {
-    if (!messages.isNull()) {
+    if (!messages.isNull() && !out.isUndefinedOrNull()) {
         out = messages->resolveReferences(out);
     }
     return !out.isUndefinedOrNull();
@@ -45,7 +63,7 @@ void Currency::getResolvedCurrencyDisplayMessage(const Handle<const MessageTable
     if (resolve(messages, out)) {
         return;
     }
-    out = m_eType == kInternational ? GDVariant::message(Message::text(m_sCurrencySymbol)) : captionOfLocale(messages);
+    out = GDVariant::message(m_eType == kInternational ? m_tSymbolText : captionOfLocale(messages));
 }
 
 void Currency::getResolvedCurrencyDisplayName(const Handle<const MessageTable>& messages,
@@ -58,18 +76,10 @@ void Currency::getResolvedCurrencyDisplayName(const Handle<const MessageTable>& 
 }
 
 /// The heading of a local currency, or its symbol when its locale is not among the allowed ones.
-GDVariant Currency::captionOfLocale(const Handle<const MessageTable>& messages) const
+Message Currency::captionOfLocale(const Handle<const MessageTable>& messages) const
 {
-    Message symbol = Message::text(m_sCurrencySymbol);
-    Locale locale;
-    if (!LocaleTagLookup::getInstance().findLocaleByDefinitionName(m_sLocaleDefinitionName, locale)) {
-        return GDVariant::message(std::move(symbol));
-    }
-    const GDVariant name = locale.getLocaleMessage(messages);
-    Message heading = i18n_details::kmsgCurrencyFormatLocaleCurrencyHeading;
-    heading.insert(1, std::move(symbol));
-    heading.insert(2, name.asMessage() == nullptr ? Message::text(name.toString()) : *name.asMessage());
-    return GDVariant::message(std::move(heading));
+    const Locale* const locale = LocaleTagLookup::getInstance().findSupported(m_sLocaleDefinitionName);
+    return locale == nullptr ? m_tSymbolText : Message(m_tHeading).insert(2, locale->nameIn(messages));
 }
 
 }  // namespace vel

@@ -1,12 +1,12 @@
 #include "webi18n/currencylookup.h"
 
-#include <cstring>
 #include <cwchar>
 #include <memory>
 #include <optional>
 
 #include "vel/core/message.h"
 #include "vel/core/staticinit.h"
+#include "vel/core/texthash.h"
 #include "vel/log/logger.h"
 #include "vel/xml/xmldocument.h"
 #include "vel/xml/xmlpath.h"
@@ -101,7 +101,7 @@ Handle<const Currency> CurrencyReader::read(const XmlElement& element)
 void CurrencyReader::readTexts()
 {
     Currency& currency = *m_hCurrency;
-    currency.m_sCurrencySymbol = attributeOf(m_tElement, L"symbol");
+    currency.setSymbol(attributeOf(m_tElement, L"symbol"));
     currency.m_sLocaleDefinitionName = attributeOf(m_tElement, L"locale");
     currency.m_sFormat = attributeOf(m_tElement, L"format");
     if (currency.m_sFormat.isEmpty()) {
@@ -151,28 +151,6 @@ void CurrencyReader::readCaptions()
     }
 }
 
-namespace {
-
-/// Two characters a step: a look-up spends most of its time here.
-std::uint32_t hashOf(std::wstring_view text) noexcept
-{
-    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15ULL;
-    std::uint64_t hash = text.size();
-    for (; text.size() >= 2; text.remove_prefix(2)) {
-        std::uint64_t pair = 0;
-        static_assert(sizeof pair == 2 * sizeof(wchar_t));
-        std::memcpy(&pair, text.data(), sizeof pair);
-        hash = (hash ^ pair) * kFactor;
-    }
-    if (!text.empty()) {
-        hash = (hash ^ static_cast<std::uint32_t>(text.front())) * kFactor;
-    }
-    // A step carries bits upwards only.
-    return static_cast<std::uint32_t>(((hash ^ hash >> 32) * kFactor) >> 32);
-}
-
-}  // namespace
-
 template <const String& (Currency::*keyOf)() const noexcept>
 std::size_t CurrencyLookup::Index<keyOf>::placeOf(const String& key, std::uint32_t hash) const noexcept
 {
@@ -188,13 +166,13 @@ std::size_t CurrencyLookup::Index<keyOf>::placeOf(const String& key, std::uint32
 template <const String& (Currency::*keyOf)() const noexcept>
 Handle<const Currency> CurrencyLookup::Index<keyOf>::find(const String& key) const noexcept
 {
-    return Handle<const Currency>(m_vSlots[placeOf(key, hashOf(key.view()))].m_pCurrency);
+    return Handle<const Currency>(m_vSlots[placeOf(key, hashText(key.view()))].m_pCurrency);
 }
 
 template <const String& (Currency::*keyOf)() const noexcept>
 void CurrencyLookup::Index<keyOf>::set(const Currency& currency)
 {
-    const std::uint32_t hash = hashOf((currency.*keyOf)().view());
+    const std::uint32_t hash = hashText((currency.*keyOf)().view());
     if (m_vSlots[placeOf((currency.*keyOf)(), hash)].m_pCurrency == nullptr) {
         if (2 * (m_nUsed + 1) > m_vSlots.size()) {
             grow();

@@ -150,14 +150,14 @@ int Locale::collateStrings(CollateOptions options, const String& a, const String
 
 GDVariant Locale::getLocaleMessage(const Handle<const MessageTable>& table) const
 {
-    const String key(m_hGuts->info(kLocaleMessageName));
-    if (!table.isNull()) {
-        GDVariant message = table->lookUp(key);
-        if (!message.isUndefinedOrNull()) {
-            return message;
-        }
-    }
-    return GDVariant::message(Message::text(definitionName()));
+    return GDVariant::message(nameIn(table));
+}
+
+Message Locale::nameIn(const Handle<const MessageTable>& table) const
+{
+    const std::wstring_view key = m_hGuts->info(kLocaleMessageName);
+    const Message* const found = table.isNull() ? nullptr : table->find(key);
+    return found == nullptr ? Message::text(definitionName()) : *found;
 }
 
 const String& Locale::overridingCurrencyTag() const

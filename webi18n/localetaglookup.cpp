@@ -127,12 +127,17 @@ bool LocaleTagLookup::loadConfig(const ConfigReader& config, EConfig /*mode*/)
 
 bool LocaleTagLookup::findLocaleByDefinitionName(const String& name, Locale& rLocale) const
 {
-    const Locale* const found = m_pState->m_tSupportedLocales.find(name.view());
+    const Locale* const found = findSupported(name);
     if (found == nullptr) {
         return false;
     }
     rLocale = *found;
     return true;
+}
+
+const Locale* LocaleTagLookup::findSupported(const String& name) const noexcept
+{
+    return m_pState->m_tSupportedLocales.find(name.view());
 }
 
 void LocaleTagLookup::getSupportedLocales(std::vector<Locale>& out) const

@@ -88,10 +88,12 @@ public:
 private:
     friend class CurrencyReader;  // fills the fields while it builds a record
 
+    void setSymbol(String symbol);
+
     Currency(const Currency&);
     ~Currency() override;
 
-    GDVariant captionOfLocale(const Handle<const MessageTable>& messages) const;
+    Message captionOfLocale(const Handle<const MessageTable>& messages) const;
 
     String m_sCurrencySymbol;
     String m_sFormat;
@@ -106,6 +108,9 @@ private:
     bool m_bDisplay = true;
     bool m_bPlaceholder = false;
     bool m_bThousandsSeparator = false;
+    // What captions without a message of their own are made of: the symbol, and the heading that it stands in.
+    Message m_tSymbolText;
+    Message m_tHeading;
 };
 
 }  // namespace vel

@@ -240,6 +240,10 @@ public:
 
 private:
     friend struct i18n_details::LocaleGuts;
+    friend class Currency;
+
+    /// What getLocaleMessage gives.
+    Message nameIn(const Handle<const MessageTable>& table) const;
 
     // Calls change(implementation) on this Locale's own implementation, a copy when others share it.
     template <typename Change>

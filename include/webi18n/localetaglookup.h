@@ -99,6 +99,10 @@ public:
 
 private:
     friend class i18n_details::LocaleMappingImpl;
+    friend class Currency;
+
+    /// The allowed locale of that name, or null. Valid until the catalogue changes.
+    const Locale* findSupported(const String& name) const noexcept;
 
     Config<LocaleTagLookup> m_tConfig;
     std::unique_ptr<LocaleTagLookupState> m_pState;

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 
+#include "vel/core/texthash.h"
+
 namespace vel {
+
+namespace message_details {
 
 namespace {
 
@@ -10,91 +14,135 @@ constexpr std::wstring_view kParamStart = L"<velm:param insert=\"";
 constexpr std::wstring_view kParamEnd = L"\"/>";
 constexpr std::size_t kMaxInsertDigits = 4;
 
-bool isDigit(wchar_t character)
-{
-    return character >= L'0' && character <= L'9';
-}
-
 /// The number at the front of `text`; `length` receives its digits, 0 when there is none.
 unsigned readInsertNumber(std::wstring_view text, std::size_t& length)
 {
     unsigned number = 0;
     length = 0;
-    while (length < text.size() && length < kMaxInsertDigits && isDigit(text[length])) {
+    while (length < text.size() && length < kMaxInsertDigits && text[length] >= L'0' && text[length] <= L'9') {
         number = number * 10 + static_cast<unsigned>(text[length] - L'0');
         ++length;
     }
     return number;
 }
 
-using message_details::PatternToken;
-
-PatternToken percentToken(std::wstring_view pattern)
+/// Splits a pattern into its pieces.
+class PatternReader
 {
-    if (pattern.size() > 1 && pattern[1] == L'%') {
-        return {PatternToken::kPercent, 0, 2};
+public:
+    explicit PatternReader(std::wstring_view pattern) : m_sPattern(pattern) {}
+
+    std::vector<Piece> read()
+    {
+        for (std::size_t at = nextSpecial(0); at < m_sPattern.size(); at = nextSpecial(at)) {
+            at += m_sPattern[at] == L'%' ? readPercent(at) : readElement(at);
+        }
+        if (!m_vPieces.empty()) {
+            endPlain(m_sPattern.size());
+        }
+        return std::move(m_vPieces);
     }
-    std::size_t digits = 0;
-    const unsigned number = readInsertNumber(pattern.substr(1), digits);
-    return digits == 0 ? PatternToken{PatternToken::kPlain, 0, 1}
-                       : PatternToken{PatternToken::kInsert, number, 1 + digits};
-}
 
-PatternToken elementToken(std::wstring_view pattern)
-{
-    if (pattern.starts_with(kParamStart)) {
+private:
+    std::size_t nextSpecial(std::size_t from) const
+    {
+        return std::min(m_sPattern.find_first_of(L"%<", from), m_sPattern.size());
+    }
+
+    /// The length of what stands at `at`.
+    std::size_t readPercent(std::size_t at)
+    {
+        if (at + 1 < m_sPattern.size() && m_sPattern[at + 1] == L'%') {
+            endPlain(at + 1);  // the first of the two is shown
+            m_nPlainStart = at + 2;
+            return 2;
+        }
         std::size_t digits = 0;
-        const unsigned number = readInsertNumber(pattern.substr(kParamStart.size()), digits);
+        const unsigned number = readInsertNumber(m_sPattern.substr(at + 1), digits);
+        return digits == 0 ? 1 : addInsert(at, 1 + digits, number);
+    }
+
+    std::size_t readElement(std::size_t at)
+    {
+        const std::wstring_view rest = m_sPattern.substr(at);
+        if (!rest.starts_with(kParamStart)) {
+            return 1;
+        }
+        std::size_t digits = 0;
+        const unsigned number = readInsertNumber(rest.substr(kParamStart.size()), digits);
         const std::size_t end = kParamStart.size() + digits;
-        if (digits > 0 && pattern.substr(end).starts_with(kParamEnd)) {
-            return {PatternToken::kInsert, number, end + kParamEnd.size()};
+        return digits > 0 && rest.substr(end).starts_with(kParamEnd) ? addInsert(at, end + kParamEnd.size(), number)
+                                                                     : 1;
+    }
+
+    std::size_t addInsert(std::size_t at, std::size_t length, unsigned number)
+    {
+        endPlain(at);
+        m_vPieces.push_back({at, length, number});
+        m_nPlainStart = at + length;
+        return length;
+    }
+
+    void endPlain(std::size_t end)
+    {
+        if (end > m_nPlainStart) {
+            m_vPieces.push_back({m_nPlainStart, end - m_nPlainStart, Piece::kPlain});
         }
     }
-    return {PatternToken::kPlain, 0, 1};
-}
+
+    std::wstring_view m_sPattern;
+    std::size_t m_nPlainStart = 0;
+    std::vector<Piece> m_vPieces;
+};
 
 }  // namespace
 
-message_details::PatternToken message_details::nextToken(std::wstring_view pattern) noexcept
-{
-    if (pattern.front() == L'%') {
-        return percentToken(pattern);
-    }
-    if (pattern.front() == L'<') {
-        return elementToken(pattern);
-    }
-    return {PatternToken::kPlain, 0, std::min(pattern.find_first_of(L"%<"), pattern.size())};
-}
+Node::~Node() = default;
 
-Message::Message(String keyOrText, bool external) : m_sKeyOrText(std::move(keyOrText)), m_bExternal(external)
+Root::Root(String keyOrText, bool external)
+    : Node(*this),
+      m_sKeyOrText(std::move(keyOrText)),
+      m_nHash(hashText(m_sKeyOrText.view())),
+      m_bExternal(external),
+      m_vPieces(external ? std::vector<Piece>() : PatternReader(m_sKeyOrText.view()).read())
 {}
 
-Message::Message(const Message&) = default;
-Message::Message(Message&&) noexcept = default;
-Message& Message::operator=(const Message&) = default;
-Message& Message::operator=(Message&&) noexcept = default;
-Message::~Message() = default;
+Root::~Root() = default;
+
+}  // namespace message_details
+
+using message_details::Node;
+using message_details::Root;
 
 Message Message::text(String text)
 {
-    return Message(std::move(text), false);
+    return Message(makeHandle<const Root>(std::move(text), false));
 }
 
 Message Message::external(String key)
 {
-    return Message(std::move(key), true);
+    return Message(makeHandle<const Root>(std::move(key), true));
 }
 
 Message& Message::insert(unsigned number, Message value) &
 {
-    for (Insert& each : m_tInserts) {
-        if (each.m_nNumber == number) {
-            each.m_tValue = std::move(value);
-            return *this;
-        }
+    if (findInsert(number) != nullptr) {
+        replaceInsert(number, std::move(value));
+    } else {
+        m_hNode = makeHandle<const Node>(m_hNode, number, std::move(value));
     }
-    m_tInserts.push_back({number, std::move(value)});
     return *this;
+}
+
+/// Builds the message anew, because others may share what it is made of.
+void Message::replaceInsert(unsigned number, Message value)
+{
+    Message changed((Handle<const Node>(&root())));
+    for (Insert& each : inserts()) {
+        Message& kept = each.m_nNumber == number ? value : each.m_tValue;
+        changed.m_hNode = makeHandle<const Node>(changed.m_hNode, each.m_nNumber, std::move(kept));
+    }
+    *this = std::move(changed);
 }
 
 Message&& Message::insert(unsigned number, Message value) &&
@@ -112,50 +160,52 @@ Message&& Message::insert(unsigned number, const String& value) &&
     return std::move(insert(number, text(value)));
 }
 
-const Message* Message::findInsert(unsigned number) const noexcept
+std::vector<Message::Insert> Message::inserts() const
 {
-    for (const Insert& each : m_tInserts) {
-        if (each.m_nNumber == number) {
-            return &each.m_tValue;
-        }
+    std::vector<Insert> found;
+    for (const Node* node = m_hNode.get(); node != &root(); node = node->m_hNext.get()) {
+        found.push_back({node->m_nNumber, node->m_tValue});
     }
-    return nullptr;
+    std::reverse(found.begin(), found.end());
+    return found;
 }
 
 String Message::toString() const
 {
-    std::wstring out;
-    if (m_bExternal) {
-        out = m_sKeyOrText.standard();
-        for (const Insert& each : m_tInserts) {
-            out.append(&each == &m_tInserts.front() ? L"(" : L", ").append(each.m_tValue.toString().view());
-        }
-        out.append(m_tInserts.empty() ? L"" : L")");
-        return String(std::move(out));
-    }
     if (isPlainText()) {
-        return m_sKeyOrText;
+        return keyOrText();
     }
-    String value;
-    const auto lookUp = [&](unsigned number) -> const String* {
-        const Message* found = findInsert(number);
-        if (found == nullptr || found->isPlainText()) {
-            return found == nullptr ? nullptr : &found->keyOrText();
+    String out;
+    if (isExternal()) {
+        out = keyOrText();
+        const wchar_t* separator = L"(";
+        for (const Insert& each : inserts()) {
+            out.append(separator).append(each.m_tValue.toString().view());
+            separator = L", ";
         }
-        value = found->toString();
-        return &value;
-    };
-    fillInserts(m_sKeyOrText.view(), lookUp, out);
-    return String(std::move(out));
+        return m_hNode.get() == &root() ? out : out.append(L')');
+    }
+    splitPattern([&](std::wstring_view text) { out.append(text); },
+                 [&](unsigned number, std::wstring_view written) {
+                     const Message* const value = findInsert(number);
+                     out.append(value == nullptr ? written : value->toString().view());
+                 });
+    return out;
 }
 
 bool operator==(const Message& a, const Message& b) noexcept
 {
-    const auto sameInsert = [](const Message::Insert& x, const Message::Insert& y) {
-        return x.m_nNumber == y.m_nNumber && x.m_tValue == y.m_tValue;
-    };
-    return a.m_bExternal == b.m_bExternal && a.m_sKeyOrText == b.m_sKeyOrText &&
-           std::equal(a.m_tInserts.begin(), a.m_tInserts.end(), b.m_tInserts.begin(), b.m_tInserts.end(), sameInsert);
+    if (a.isExternal() != b.isExternal() || a.keyOrText() != b.keyOrText()) {
+        return false;
+    }
+    const Node* x = a.m_hNode.get();
+    const Node* y = b.m_hNode.get();
+    for (; x != &a.root() && y != &b.root(); x = x->m_hNext.get(), y = y->m_hNext.get()) {
+        if (x->m_nNumber != y->m_nNumber || !(x->m_tValue == y->m_tValue)) {
+            return false;
+        }
+    }
+    return x == &a.root() && y == &b.root();
 }
 
 }  // namespace vel

@@ -1,3 +1,4 @@
+#include "vel/core/exception.h"
 #include "vel/core/handle.h"
 
 namespace vel {

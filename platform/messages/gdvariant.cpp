@@ -15,6 +15,11 @@ String numberText(double value)
     return String(std::wstring(written.begin(), written.end()));
 }
 
+GDPrimitiveType typeOf(const Message& message) noexcept
+{
+    return message.isPlainText() ? kTypeString : kTypeNonPrimitive;
+}
+
 }  // namespace
 
 GDValue::GDValue(String text) : m_tContent(std::move(text))
@@ -28,7 +33,7 @@ GDValue::~GDValue() = default;
 GDPrimitiveType GDValue::primitiveType() const noexcept
 {
     const Message* message = asMessage();
-    return message == nullptr || message->isPlainText() ? kTypeString : kTypeNonPrimitive;
+    return message == nullptr ? kTypeString : typeOf(*message);
 }
 
 String GDValue::toString() const
@@ -42,6 +47,9 @@ GDPrimitiveType GDVariantBase::primitiveType() const noexcept
     if (const auto* value = std::get_if<Handle<const GDValue>>(&m_tContent); value != nullptr) {
         return value->get()->primitiveType();
     }
+    if (const Message* message = asMessage(); message != nullptr) {
+        return typeOf(*message);
+    }
     if (std::holds_alternative<bool>(m_tContent)) {
         return kTypeBoolean;
     }
@@ -51,21 +59,13 @@ GDPrimitiveType GDVariantBase::primitiveType() const noexcept
     return std::holds_alternative<Null>(m_tContent) ? kTypeNull : kTypeUndefined;
 }
 
-bool GDVariantBase::isUndefinedOrNull() const noexcept
-{
-    return std::holds_alternative<std::monostate>(m_tContent) || std::holds_alternative<Null>(m_tContent);
-}
-
-const Message* GDVariantBase::asMessage() const noexcept
-{
-    const auto* value = std::get_if<Handle<const GDValue>>(&m_tContent);
-    return value == nullptr ? nullptr : value->get()->asMessage();
-}
-
 String GDVariantBase::toString() const
 {
     if (const auto* value = std::get_if<Handle<const GDValue>>(&m_tContent); value != nullptr) {
         return value->get()->toString();
+    }
+    if (const Message* message = asMessage(); message != nullptr) {
+        return message->toString();
     }
     if (const bool* flag = std::get_if<bool>(&m_tContent); flag != nullptr) {
         return *flag ? L"true" : L"false";

@@ -1,48 +1,71 @@
 #include "vel/messages/messageformatter.h"
 
-#include <string>
 #include <utility>
 
 namespace vel {
+
+namespace {
+
+constexpr std::size_t kUsualLength = 255;
+
+}  // namespace
 
 MessageFormatter::MessageFormatter(Handle<const MessageTable> table) : m_hTable(std::move(table))
 {}
 
 String MessageFormatter::format(const Message& message) const
 {
-    if (!message.isExternal()) {
-        return message.isPlainText() ? message.keyOrText() : fill(message.keyOrText(), message);
+    if (message.isPlainText()) {
+        return message.keyOrText();
     }
-    const String* pattern = m_hTable.isNull() ? nullptr : m_hTable->findText(message.keyOrText());
-    return pattern == nullptr ? describeKey(message) : fill(*pattern, message);
+    StringBuffer<kUsualLength> out;
+    format(message, out);
+    return out.toString();
 }
 
-String MessageFormatter::fill(const String& pattern, const Message& message) const
+void MessageFormatter::format(const Message& message, StringBufferBase& out) const
 {
-    std::wstring out;
-    out.reserve(pattern.length());  // an insert is rarely longer than the element that stands for it
-    String value;
-    const auto lookUp = [&](unsigned number) -> const String* {
-        const Message* insert = message.findInsert(number);
-        if (insert == nullptr || insert->isPlainText()) {
-            return insert == nullptr ? nullptr : &insert->keyOrText();
-        }
-        value = format(*insert);
-        return &value;
-    };
-    fillInserts(pattern.view(), lookUp, out);
-    return String(std::move(out));
+    if (message.isPlainText()) {
+        out.append(message.keyOrText().view());
+        return;
+    }
+    if (!message.isExternal()) {
+        fill(message, message, out);
+        return;
+    }
+    const Message* const pattern = m_hTable.isNull() ? nullptr : m_hTable.get()->find(message);
+    if (pattern == nullptr) {
+        describeKey(message, out);
+    } else {
+        fill(*pattern, message, out);
+    }
 }
 
-String MessageFormatter::describeKey(const Message& message) const
+void MessageFormatter::fill(const Message& pattern, const Message& message, StringBufferBase& out) const
 {
-    String out = message.keyOrText();
+    pattern.splitPattern([&](std::wstring_view text) { out.append(text); },
+                         [&](unsigned number, std::wstring_view written) {
+                             const Message* const value = message.findInsert(number);
+                             if (value == nullptr) {
+                                 out.append(written);
+                             } else {
+                                 format(*value, out);
+                             }
+                         });
+}
+
+void MessageFormatter::describeKey(const Message& message, StringBufferBase& out) const
+{
+    out.append(message.keyOrText().view());
     const wchar_t* separator = L"(";
     for (const Message::Insert& each : message.inserts()) {
-        out.append(separator).append(format(each.m_tValue).view());
+        out.append(separator);
+        format(each.m_tValue, out);
         separator = L", ";
     }
-    return message.inserts().empty() ? out : out.append(L')');
+    if (!message.inserts().empty()) {
+        out.append(L')');
+    }
 }
 
 }  // namespace vel

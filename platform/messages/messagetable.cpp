@@ -20,16 +20,15 @@ void MessageTable::load(const FilePath& file)
 
 void MessageTable::load(const XmlDocument& document)
 {
-    std::unordered_map<String, Entry> loaded;
+    Messages loaded;
     for (const XmlElement& element : children(document.root())) {
         const std::wstring_view key = element.attribute(L"key");
         if (element.name() != L"message" || key.empty()) {
             continue;
         }
         std::optional<String> target = messages_details::referencedKey(element);
-        const bool reference = target.has_value();
-        String text = reference ? std::move(*target) : messages_details::messageText(element);
-        loaded.insert_or_assign(String(key), Entry{std::move(text), reference});
+        loaded.insert_or_assign(String(key), target ? Message::external(std::move(*target))
+                                                    : Message::text(messages_details::messageText(element)));
     }
     // With room for all, merging only relinks: nothing can fail half-way.
     loaded.reserve(loaded.size() + m_tMessages.size());
@@ -39,44 +38,55 @@ void MessageTable::load(const XmlDocument& document)
 
 void MessageTable::set(const String& key, const String& text)
 {
-    m_tMessages.insert_or_assign(key, Entry{text, false});
+    m_tMessages.insert_or_assign(key, Message::text(text));
 }
 
 void MessageTable::setReference(const String& key, const String& target)
 {
-    m_tMessages.insert_or_assign(key, Entry{target, true});
+    m_tMessages.insert_or_assign(key, Message::external(target));
 }
 
-const String* MessageTable::findText(const String& key) const noexcept
+const Message* MessageTable::find(std::wstring_view key) const noexcept
+{
+    return find(HashedKey{key, hashText(key)});
+}
+
+const Message* MessageTable::find(const Message& external) const noexcept
+{
+    return find(HashedKey{external.keyOrText().view(), external.hash()});
+}
+
+const Message* MessageTable::find(const HashedKey& key) const noexcept
 {
     auto found = m_tMessages.find(key);
     // More steps than there are messages: a circle.
     for (std::size_t steps = 0; found != m_tMessages.end() && steps < m_tMessages.size(); ++steps) {
-        if (!found->second.m_bReference) {
-            return &found->second.m_sText;
+        const Message& message = found->second;
+        if (!message.isExternal()) {
+            return &message;
         }
-        found = m_tMessages.find(found->second.m_sText);
+        found = m_tMessages.find(HashedKey{message.keyOrText().view(), message.hash()});
     }
     return nullptr;
 }
 
-GDVariant MessageTable::lookUp(const String& key) const
+GDVariant MessageTable::lookUp(std::wstring_view key) const
 {
-    const String* text = findText(key);
-    return text == nullptr ? GDVariant() : GDVariant::message(Message::text(*text));
+    const Message* const found = find(key);
+    return found == nullptr ? GDVariant() : GDVariant::message(*found);
 }
 
 GDVariant MessageTable::resolveReferences(const GDVariant& value) const
 {
-    const Message* message = value.asMessage();
+    const Message* const message = value.asMessage();
     if (message == nullptr || !message->isExternal()) {
         return value;
     }
-    const String* text = findText(message->keyOrText());
+    const Message* const text = find(*message);
     if (text == nullptr) {
         return {};
     }
-    Message resolved = Message::text(*text);
+    Message resolved = *text;
     for (const Message::Insert& each : message->inserts()) {
         const GDVariant insert = resolveReferences(GDVariant::message(each.m_tValue));
         resolved.insert(each.m_nNumber, insert.asMessage() == nullptr ? each.m_tValue : *insert.asMessage());

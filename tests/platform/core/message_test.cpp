@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "printers.h"
+#include "vel/core/texthash.h"
 
 namespace {
 
@@ -141,13 +142,64 @@ TEST(Message, CopiesAreIndependent)
     EXPECT_EQ(moved.toString(), L"b");
 }
 
-TEST(FillInserts, AppendsToWhatIsThere)
+TEST(Message, ACopyKeepsItsInsertsWhenTheOtherIsChanged)
 {
-    std::wstring out = L"> ";
-    const String value(L"v");
-    vel::fillInserts(
-        L"%1-%2", [&](unsigned number) { return number == 1 ? &value : nullptr; }, out);
-    EXPECT_EQ(String(out), L"> v-%2");
+    Message first = Message::text(L"%1-%2").insert(1, L"a");
+    Message second = first;
+    second.insert(2, L"b").insert(1, L"c");
+    first.insert(2, L"d");
+    EXPECT_EQ(first.toString(), L"a-d");
+    EXPECT_EQ(second.toString(), L"c-b");
+}
+
+TEST(Message, AReplacedInsertKeepsItsPlace)
+{
+    Message message = Message::external(L"k").insert(3, L"c").insert(1, L"a").insert(2, L"b");
+    message.insert(1, L"x");
+    EXPECT_EQ(message.toString(), L"k(c, x, b)");
+    ASSERT_EQ(message.inserts().size(), 3U);
+    EXPECT_EQ(message.inserts()[1].m_nNumber, 1U);
+}
+
+TEST(Message, AnInsertMayBeTheMessageItself)
+{
+    Message message = Message::text(L"<%1>");
+    message.insert(1, message);
+    EXPECT_EQ(message.toString(), L"<<%1>>");  // without inserts, a text is shown as it is
+}
+
+TEST(Message, TheHashIsThatOfTheKeyOrText)
+{
+    EXPECT_EQ(Message::external(L"k").hash(), vel::hashText(L"k"));
+    EXPECT_EQ(Message::text(L"").insert(1, L"x").hash(), vel::hashText(L""));
+}
+
+struct PatternRow
+{
+    const wchar_t* m_pPattern;
+    const wchar_t* m_pPieces;  // plain runs in brackets, inserts as their numbers
+};
+
+TEST(Message, SplitsItsPattern)
+{
+    const PatternRow rows[] = {
+        {L"", L"[]"},
+        {L"plain", L"[plain]"},
+        {L"%1", L"1"},
+        {L"a%1%2b", L"[a]12[b]"},
+        {L"%%", L"[%]"},
+        {L"5%%%1", L"[5%]1"},
+        {L"<velm:param insert=\"2\"/> (%1)", L"2[ (]1[)]"},
+        {L"100% < %", L"[100% < %]"},
+    };
+    for (const PatternRow& row : rows) {
+        String pieces;
+        Message::text(row.m_pPattern)
+            .splitPattern(
+                [&](std::wstring_view text) { pieces.append(L'[').append(text).append(L']'); },
+                [&](unsigned number, std::wstring_view) { pieces.append(vel::decimalString(number).view()); });
+        EXPECT_EQ(pieces, row.m_pPieces) << vel::toUtf8Lossy(row.m_pPattern);
+    }
 }
 
 }  // namespace

@@ -1,19 +1,32 @@
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "vel/core/api.h"
+#include "vel/core/refcounted.h"
 #include "vel/core/string.h"
 
 namespace vel {
 
+namespace message_details {
+
+class Node;
+class Root;
+
+}  // namespace message_details
+
 /// A message for people: a key into the message files (external) or a literal text, each with numbered inserts.
 ///
 /// In a text that has inserts, "%1" and "<velm:param insert="1"/>" stand for insert 1, "%%" for a per-cent sign;
-/// inserts are numbered from 1. A text without inserts is shown as it is, so that a file's name or a user's text can be
-/// one. An immutable value once built; reading it is safe from any thread.
+/// inserts are numbered from 1. Digits after "%" are read greedily, at most four. A text without inserts is shown as it
+/// is, so that a file's name or a user's text can be one.
+///
+/// A value that is cheap to copy: copies share what was built, and a further insert is put in front of what is shared.
+/// Reading it is safe from any thread. A moved-from one can only be assigned to or destroyed.
 class WEBI18N_API Message
 {
 public:
@@ -24,10 +37,10 @@ public:
     /// The message of `key` in whatever language it is rendered.
     static Message external(String key);
 
-    // Defined beside Insert, which holds a Message itself.
-    Message(const Message&);
+    // Defined beside Node, which holds a Message itself.
+    Message(const Message&) noexcept;
     Message(Message&&) noexcept;
-    Message& operator=(const Message&);
+    Message& operator=(const Message&) noexcept;
     Message& operator=(Message&&) noexcept;
     ~Message();
 
@@ -38,13 +51,16 @@ public:
     Message& insert(unsigned number, const String& value) &;
     Message&& insert(unsigned number, const String& value) &&;
 
-    bool isExternal() const noexcept { return m_bExternal; }
+    bool isExternal() const noexcept;
     /// Whether it is a literal text without inserts, shown as it is.
-    bool isPlainText() const noexcept { return !m_bExternal && m_tInserts.empty(); }
+    bool isPlainText() const noexcept;
     /// The key of an external message, the text of a text message.
-    const String& keyOrText() const noexcept { return m_sKeyOrText; }
-    const std::vector<Insert>& inserts() const noexcept { return m_tInserts; }
-    /// The insert of that number, or null.
+    const String& keyOrText() const noexcept;
+    /// hashText of keyOrText(), computed when the message was built.
+    std::uint32_t hash() const noexcept;
+    /// Its inserts in the order in which their numbers were first set.
+    std::vector<Insert> inserts() const;
+    /// The insert of that number, or null. Valid while this message keeps its value.
     const Message* findInsert(unsigned number) const noexcept;
 
     /// The text with its inserts filled in, without message files: an external message, which has no text here, reads
@@ -58,12 +74,20 @@ public:
 
     friend bool operator==(const Message& a, const Message& b) noexcept;
 
-private:
-    Message(String keyOrText, bool external);
+    /// Splits this message's text as a pattern, whether or not the message has inserts: calls `appendText(view)` for
+    /// each run of plain characters and `appendInsert(number, view)` for each insert, `view` being how it is written.
+    template <typename AppendText, typename AppendInsert>
+    void splitPattern(AppendText appendText, AppendInsert appendInsert) const;
 
-    String m_sKeyOrText;
-    std::vector<Insert> m_tInserts;
-    bool m_bExternal;
+private:
+    friend class message_details::Node;
+
+    explicit Message(Handle<const message_details::Node> node) noexcept;
+
+    const message_details::Root& root() const noexcept;
+    void replaceInsert(unsigned number, Message value);
+
+    Handle<const message_details::Node> m_hNode;
 };
 
 struct Message::Insert
@@ -72,46 +96,109 @@ struct Message::Insert
     Message m_tValue;
 };
 
-/// Replaces the inserts in `pattern` ("%1", "<velm:param insert="1"/>", "%%") by what `lookUp(number)` gives: a pointer
-/// to a String, or null to leave the place as it is written. Digits after "%" are read greedily, at most four. Appends
-/// to `out`.
-template <typename LookUp>
-void fillInserts(std::wstring_view pattern, LookUp lookUp, std::wstring& out);
-
 namespace message_details {
 
-/// What stands at the front of the pattern: an insert (number, length), an escaped per-cent sign, or plain text.
-struct PatternToken
+/// A piece of a pattern: plain characters, or an insert as it is written.
+struct Piece
 {
-    enum Kind
-    {
-        kPlain,
-        kPercent,
-        kInsert
-    };
-    Kind m_eKind;
-    unsigned m_nInsert;
+    static constexpr unsigned kPlain = ~0U;
+
+    std::size_t m_nStart;
     std::size_t m_nLength;
+    unsigned m_nInsert;  // kPlain for plain characters
 };
 
-WEBI18N_API PatternToken nextToken(std::wstring_view pattern) noexcept;
+/// One insert of a message; the inserts set before it follow, the root is the last. No number comes twice.
+class WEBI18N_API Node : public RefCounted
+{
+public:
+    Node(Handle<const Node> next, unsigned number, Message value) noexcept
+        : m_pRoot(next.get()->m_pRoot), m_hNext(std::move(next)), m_nNumber(number), m_tValue(std::move(value))
+    {}
+    ~Node() override;
+
+    const Root* const m_pRoot;
+    const Handle<const Node> m_hNext;  // null in the root
+    const unsigned m_nNumber;
+    const Message m_tValue;
+
+protected:
+    explicit Node(const Root& self) noexcept : m_pRoot(&self), m_nNumber(0), m_tValue(Handle<const Node>()) {}
+};
+
+/// What the inserts of a message belong to: its key or its text.
+class WEBI18N_API Root final : public Node
+{
+public:
+    Root(String keyOrText, bool external);
+    ~Root() override;
+
+    const String m_sKeyOrText;
+    const std::uint32_t m_nHash;
+    const bool m_bExternal;
+    const std::vector<Piece> m_vPieces;  // none for a key, and for a text that is one plain run
+};
 
 }  // namespace message_details
 
-template <typename LookUp>
-void fillInserts(std::wstring_view pattern, LookUp lookUp, std::wstring& out)
+inline Message::Message(Handle<const message_details::Node> node) noexcept : m_hNode(std::move(node))
+{}
+inline Message::Message(const Message&) noexcept = default;
+inline Message::Message(Message&&) noexcept = default;
+inline Message& Message::operator=(const Message&) noexcept = default;
+inline Message& Message::operator=(Message&&) noexcept = default;
+inline Message::~Message() = default;
+
+inline const message_details::Root& Message::root() const noexcept
 {
-    while (!pattern.empty()) {
-        const message_details::PatternToken token = message_details::nextToken(pattern);
-        const std::wstring_view written = pattern.substr(0, token.m_nLength);
-        pattern.remove_prefix(token.m_nLength);
-        if (token.m_eKind == message_details::PatternToken::kPercent) {
-            out.push_back(L'%');
-            continue;
+    return *m_hNode.get()->m_pRoot;
+}
+
+inline bool Message::isExternal() const noexcept
+{
+    return root().m_bExternal;
+}
+
+inline bool Message::isPlainText() const noexcept
+{
+    return m_hNode.get() == &root() && !root().m_bExternal;
+}
+
+inline const String& Message::keyOrText() const noexcept
+{
+    return root().m_sKeyOrText;
+}
+
+inline std::uint32_t Message::hash() const noexcept
+{
+    return root().m_nHash;
+}
+
+inline const Message* Message::findInsert(unsigned number) const noexcept
+{
+    for (const message_details::Node* node = m_hNode.get(); node != &root(); node = node->m_hNext.get()) {
+        if (node->m_nNumber == number) {
+            return &node->m_tValue;
         }
-        const String* value =
-            token.m_eKind == message_details::PatternToken::kInsert ? lookUp(token.m_nInsert) : nullptr;
-        out.append(value == nullptr ? written : value->view());
+    }
+    return nullptr;
+}
+
+template <typename AppendText, typename AppendInsert>
+void Message::splitPattern(AppendText appendText, AppendInsert appendInsert) const
+{
+    const std::wstring_view text = root().m_sKeyOrText.view();
+    if (root().m_vPieces.empty()) {
+        appendText(text);
+        return;
+    }
+    for (const message_details::Piece& piece : root().m_vPieces) {
+        const std::wstring_view written = text.substr(piece.m_nStart, piece.m_nLength);
+        if (piece.m_nInsert == message_details::Piece::kPlain) {
+            appendText(written);
+        } else {
+            appendInsert(piece.m_nInsert, written);
+        }
     }
 }
 

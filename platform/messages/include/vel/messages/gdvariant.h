@@ -23,7 +23,7 @@ enum GDPrimitiveType
     kTypeEnd_ = 6
 };
 
-/// A text or a message that variants share. Immutable; safe from any thread.
+/// A text or a message as an object that is shared by Handle. Immutable; safe from any thread.
 class WEBI18N_API GDValue final : public RefCounted
 {
 public:
@@ -50,10 +50,13 @@ class WEBI18N_API GDVariantBase
 {
 public:
     GDPrimitiveType primitiveType() const noexcept;
-    bool isUndefinedOrNull() const noexcept;
+    bool isUndefinedOrNull() const noexcept
+    {
+        return std::holds_alternative<std::monostate>(m_tContent) || std::holds_alternative<Null>(m_tContent);
+    }
 
     /// The message, or null when the value is none. Valid while this variant keeps its value.
-    const Message* asMessage() const noexcept;
+    const Message* asMessage() const noexcept { return std::get_if<Message>(&m_tContent); }
     /// The text for people: a string as it is, a message's toString(), "true"/"false", a number in shortest decimal
     /// form; empty for undefined and null.
     String toString() const;
@@ -65,7 +68,7 @@ protected:
     {
         friend bool operator==(const Null&, const Null&) noexcept = default;
     };
-    using Content = std::variant<std::monostate, Null, bool, double, Handle<const GDValue>>;
+    using Content = std::variant<std::monostate, Null, bool, double, Handle<const GDValue>, Message>;
 
     GDVariantBase() noexcept = default;
     explicit GDVariantBase(Content content) noexcept : m_tContent(std::move(content)) {}
@@ -84,7 +87,7 @@ private:
     Content m_tContent;
 };
 
-/// A variant that takes up to `nBytes` bytes in place; texts and messages are shared on the heap.
+/// A variant that takes up to `nBytes` bytes in place; what texts and messages are made of is shared on the heap.
 template <std::size_t nBytes>
 class GDAdjustableSizeVariant final : public GDVariantBase
 {
@@ -98,19 +101,19 @@ public:
     static GDAdjustableSizeVariant null() noexcept { return GDAdjustableSizeVariant(Content(Null())); }
     static GDAdjustableSizeVariant boolean(bool value) noexcept { return GDAdjustableSizeVariant(Content(value)); }
     static GDAdjustableSizeVariant number(double value) noexcept { return GDAdjustableSizeVariant(Content(value)); }
-    static GDAdjustableSizeVariant string(String value) { return shared(std::move(value)); }
-    /// A text message without inserts is a string to those who look at it as a simple value; every other message is
-    /// non-primitive until MessageTable::resolveReferences has resolved it.
-    static GDAdjustableSizeVariant message(Message value) { return shared(std::move(value)); }
-
-private:
-    explicit GDAdjustableSizeVariant(Content content) noexcept : GDVariantBase(std::move(content)) {}
-
-    template <typename Value>
-    static GDAdjustableSizeVariant shared(Value value)
+    static GDAdjustableSizeVariant string(String value)
     {
         return GDAdjustableSizeVariant(Content(Handle<const GDValue>(makeHandle<GDValue>(std::move(value)))));
     }
+    /// A text message without inserts is a string to those who look at it as a simple value; every other message is
+    /// non-primitive until MessageTable::resolveReferences has resolved it.
+    static GDAdjustableSizeVariant message(Message value) noexcept
+    {
+        return GDAdjustableSizeVariant(Content(std::move(value)));
+    }
+
+private:
+    explicit GDAdjustableSizeVariant(Content content) noexcept : GDVariantBase(std::move(content)) {}
 };
 
 /// The size that this system uses.

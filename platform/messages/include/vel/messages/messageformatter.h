@@ -4,6 +4,7 @@
 #include "vel/core/handle.h"
 #include "vel/core/message.h"
 #include "vel/core/string.h"
+#include "vel/core/stringbuffer.h"
 #include "vel/messages/messagetable.h"
 
 namespace vel {
@@ -21,10 +22,12 @@ public:
     ///     text "<velm:param insert="1"/> (%2)", 1 = "EUR", 2 = "German" -> EUR (German)
     ///     external key that the table lacks, 1 = "xx"                   -> key(xx)
     String format(const Message& message) const;
+    /// The same, appended to `out`, whose capacity saves allocating.
+    void format(const Message& message, StringBufferBase& out) const;
 
 private:
-    String fill(const String& pattern, const Message& message) const;
-    String describeKey(const Message& message) const;
+    void fill(const Message& pattern, const Message& message, StringBufferBase& out) const;
+    void describeKey(const Message& message, StringBufferBase& out) const;
 
     Handle<const MessageTable> m_hTable;
 };

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <string_view>
 #include <unordered_map>
 
 #include "vel/core/api.h"
 #include "vel/core/filepath.h"
 #include "vel/core/handle.h"
 #include "vel/core/string.h"
+#include "vel/core/texthash.h"
 #include "vel/messages/gdvariant.h"
 
 namespace vel {
@@ -49,21 +52,41 @@ public:
 
     /// The text message of `key`, its text as in the file, references followed; undefined when there is none, or when
     /// references form a circle.
-    GDVariant lookUp(const String& key) const;
-    /// The pattern that lookUp(key) is made of, or null. Valid until the table changes.
-    const String* findText(const String& key) const noexcept;
+    GDVariant lookUp(std::wstring_view key) const;
+    /// The message that lookUp(key) holds, or null. Valid until the table changes.
+    const Message* find(std::wstring_view key) const noexcept;
+    /// The same for the key of an external message.
+    const Message* find(const Message& external) const noexcept;
     /// Resolves a value: an external message becomes the text message of its key in this table, with its inserts
     /// resolved likewise, or undefined when there is none; every other value is returned as it is. An insert that has
     /// no message here stays external.
     GDVariant resolveReferences(const GDVariant& value) const;
 
 private:
-    struct Entry
+    /// What a key that was hashed before is looked up by.
+    struct HashedKey
     {
-        String m_sText;
-        bool m_bReference;
+        std::wstring_view m_sKey;
+        std::uint32_t m_nHash;
     };
-    std::unordered_map<String, Entry> m_tMessages;
+    struct Hash
+    {
+        using is_transparent = void;  // NOLINT(readability-identifier-naming)
+        std::size_t operator()(const String& key) const noexcept { return hashText(key.view()); }
+        std::size_t operator()(const HashedKey& key) const noexcept { return key.m_nHash; }
+    };
+    struct Equal
+    {
+        using is_transparent = void;  // NOLINT(readability-identifier-naming)
+        bool operator()(const String& a, const String& b) const noexcept { return a == b; }
+        bool operator()(const HashedKey& a, const String& b) const noexcept { return a.m_sKey == b.view(); }
+    };
+    /// The text message of a key, or as an external one the reference to another.
+    using Messages = std::unordered_map<String, Message, Hash, Equal>;
+
+    const Message* find(const HashedKey& key) const noexcept;
+
+    Messages m_tMessages;
     String m_sLanguage;
 };
 
