@@ -63,16 +63,20 @@ public:
     template <typename U>
     requires std::is_convertible_v<U*, T*> Handle(const Handle<U>& other)
     noexcept : Handle(static_cast<T*>(other.get())) {}
+#ifndef __clang__
 // GCC 12 takes the unused member of a variant for a Handle that is destroyed without having been built.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
     ~Handle()
     {
         if (m_pObject != nullptr) {
             m_pObject->releaseReference();
         }
     }
+#ifndef __clang__
 #pragma GCC diagnostic pop
+#endif
     Handle& operator=(Handle other) noexcept
     {
         swap(other);
