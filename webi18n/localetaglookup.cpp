@@ -91,7 +91,7 @@ void LocaleTagLookupState::addDataFormats(const XmlElement& definition)
     forEachProperty(definition, [this](const XmlElement& property) {
         forEachProperty(property, [this](const XmlElement& entry) {
             if (entry.attribute(ksName).empty()) {
-                withInnerText(entry, [this](std::wstring_view text) { m_tFormats.add(text); });
+                m_tFormats.add(entry.innerTextView());
             }
         });
     });

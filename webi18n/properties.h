@@ -29,15 +29,4 @@ void forEachProperty(const XmlElement& parent, Take take)
     }
 }
 
-/// Calls `take(text)` with the element's inner text, without a copy where it stands in one piece.
-template <typename Take>
-void withInnerText(const XmlElement& element, Take take)
-{
-    if (std::wstring_view text; element.innerTextView(text)) {
-        take(text);
-    } else {
-        take(element.innerText().view());
-    }
-}
-
 }  // namespace vel::i18n_details

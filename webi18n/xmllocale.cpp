@@ -22,11 +22,9 @@ template <typename Take>
 void forEachEntry(const XmlElement& list, Take take)
 {
     forEachProperty(list, [&](const XmlElement& entry) {
-        withInnerText(entry, [&](std::wstring_view text) {
-            if (!text.empty()) {
-                take(entry, text);
-            }
-        });
+        if (const std::wstring_view text = entry.innerTextView(); !text.empty()) {
+            take(entry, text);
+        }
     });
 }
 
@@ -98,7 +96,7 @@ void XmlLocaleImpl::applyProperty(const XmlElement& property)
 {
     const std::wstring_view name = property.attribute(ksName);
     if (const Locale::StringInfo info = s_StringInfoMap.find(name); info != Locale::kStringInfoEnd_) {
-        withInnerText(property, [&](std::wstring_view text) { store(info, text); });
+        store(info, property.innerTextView());
         return;
     }
     if (!applyScalar(name, property) && !applyList(name, property)) {

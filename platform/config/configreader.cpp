@@ -24,8 +24,7 @@ struct Pending
 
 String leafValue(const XmlElement& element)
 {
-    std::wstring_view text;
-    return element.innerTextView(text) ? String(String::trim(text)) : element.innerText().trimmed();
+    return String(String::trim(element.innerTextView()));
 }
 
 std::map<String, String> readValues(const XmlElement& root)

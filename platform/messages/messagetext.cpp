@@ -65,14 +65,11 @@ String messageText(const XmlElement& message)
 {
     // Every element's text is a piece of the same run of characters: what stands before a descendant ends where the
     // descendant's own text begins.
-    std::wstring_view rest;
-    message.innerTextView(rest);
+    std::wstring_view rest = message.innerTextView();
     std::wstring out;
     Descendants descendants(message);
     while (const XmlElement* element = descendants.next()) {
-        std::wstring_view own;
-        element->innerTextView(own);
-        const std::size_t before = static_cast<std::size_t>(own.data() - rest.data());
+        const std::size_t before = static_cast<std::size_t>(element->innerTextView().data() - rest.data());
         out.append(rest.substr(0, before));
         rest.remove_prefix(before);
         appendInsert(*element, out);

@@ -96,18 +96,17 @@ bool XmlElement::hasAttribute(std::wstring_view localName) const noexcept
 
 String XmlElement::innerText() const
 {
-    return String(XmlElementNode::of(*this).text());
+    return String(innerTextView());
 }
 
-bool XmlElement::innerTextView(std::wstring_view& out) const noexcept
+std::wstring_view XmlElement::innerTextView() const noexcept
 {
-    out = XmlElementNode::of(*this).text();
-    return true;
+    return XmlElementNode::of(*this).text();
 }
 
 void XmlElement::appendInnerText(StringBufferBase& out) const
 {
-    out.append(XmlElementNode::of(*this).text());
+    out.append(innerTextView());
 }
 
 const XmlElement* XmlElement::firstChild() const noexcept

@@ -109,8 +109,7 @@ TEST(XmlFaults, ReadingAccessorsAllocateNothing)
 {
     const XmlDocument loaded = XmlDocument::parse("<a b='1'>text<c/></a>");
     const testsupport::AllocationCount count;
-    std::wstring_view view;
-    EXPECT_TRUE(loaded.root().innerTextView(view));
+    EXPECT_TRUE(loaded.root().innerTextView() == L"text");
     EXPECT_TRUE(loaded.root().hasAttribute(L"b") && loaded.root().name() == L"a");
     EXPECT_NE(loaded.root().firstChild(), nullptr);
     EXPECT_EQ(count.value(), 0U);

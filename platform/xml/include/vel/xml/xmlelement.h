@@ -36,10 +36,10 @@ public:
 
     /// The text of the element and its descendants, concatenated in document order, white space kept.
     String innerText() const;
-    /// The same without building a String: always true, as the text of a document is one array in document order. The
-    /// views of an element's descendants are pieces of its own, so the text between two children is what lies between
-    /// the end of the first one's view and the start of the second one's.
-    bool innerTextView(std::wstring_view& out) const noexcept;
+    /// The same without building a String, as the text of a document is one array in document order. The views of an
+    /// element's descendants are pieces of its own, so the text between two children is what lies between the end of
+    /// the first one's view and the start of the second one's.
+    std::wstring_view innerTextView() const noexcept;
     /// Appends the inner text.
     void appendInnerText(StringBufferBase& out) const;
 
