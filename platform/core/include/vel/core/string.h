@@ -42,6 +42,8 @@ public:
     /// Zero-terminated; valid until the next change.
     const Char* c_str() const noexcept { return m_sText.c_str(); }  // NOLINT(readability-identifier-naming)
     const Char* data() const noexcept { return m_sText.data(); }
+    /// To write length() characters.
+    Char* data() noexcept { return m_sText.data(); }
     View view() const noexcept { return m_sText; }
     operator View() const noexcept { return m_sText; }
     const Standard& standard() const noexcept { return m_sText; }
@@ -63,6 +65,8 @@ public:
     StringTemplate& operator+=(View text) { return append(text); }
     StringTemplate& operator+=(Char character) { return append(character); }
     void clear() noexcept { m_sText.clear(); }
+    /// Cuts, or adds zeros. Throws std::bad_alloc or std::length_error; nothing has changed then.
+    void resize(std::size_t nLength) { m_sText.resize(nLength); }
     void swap(StringTemplate& other) noexcept { m_sText.swap(other.m_sText); }
 
     /// Index of the first occurrence at or after `from`, or kNotFound. An empty text is found at `from`.
