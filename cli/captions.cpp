@@ -16,12 +16,12 @@ Captions::Captions(Session& session, const vel::String& language)
 
 bool Captions::has(const vel::String& key) const
 {
-    return tableFor(key)->findText(key) != nullptr;
+    return !tableFor(key)->lookUp(key).isUndefinedOrNull();
 }
 
 const Captions::Table& Captions::tableFor(const vel::String& key) const
 {
-    return m_hWanted->findText(key) == nullptr ? m_hEnglish : m_hWanted;
+    return m_hWanted->lookUp(key).isUndefinedOrNull() ? m_hEnglish : m_hWanted;
 }
 
 vel::String Captions::format(const vel::GDVariant& value, const Table& table)
