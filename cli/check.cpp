@@ -37,7 +37,8 @@ std::unique_ptr<Subcommand> addCheck(CLI::App& app)
     CLI::App* sub = app.add_subcommand("check", "What the loaders skip or correct, and what looks like an accident");
     sub->footer(
         "Without FILE, the files of the data folder and of the options are checked. What a FILE holds is found by\n"
-        "looking into it: definitions, lists, mapping rules, configuration or messages. A line for each finding:\n\n"
+        "looking into it: definitions, lists, mapping rules, currencies, configuration or messages. A line for each\n"
+        "finding:\n\n"
         "  file:line:column: severity: what is wrong and how to mend it [rule]\n\n"
         "Severities are information, minorWarning, warning and error. Findings exit with 1.\n\n"
         "  webi18n check\n"

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "check/configuration.h"
+#include "check/currencies.h"
 #include "check/definitions.h"
 #include "check/lists.h"
 #include "check/mapping.h"
@@ -39,6 +40,7 @@ FileKind kindByChild(std::wstring_view name)
     static const std::pair<const wchar_t*, FileKind> kKinds[] = {{L"localeDefinition", kDefinitionsFile},
                                                                  {L"localeList", kListsFile},
                                                                  {L"localeMapping", kMappingFile},
+                                                                 {L"Currency", kCurrenciesFile},
                                                                  {L"message", kMessagesFile}};
     for (const auto& [child, kind] : kKinds) {
         if (name == child) {
@@ -54,6 +56,8 @@ FileKind kindByRoot(std::wstring_view name)
                                                                  {L"localeDefinition", kDefinitionsFile},
                                                                  {L"localeLists", kListsFile},
                                                                  {L"localeMappings", kMappingFile},
+                                                                 {L"Currencies", kCurrenciesFile},
+                                                                 {L"Currency", kCurrenciesFile},
                                                                  {L"configuration", kConfigurationFile},
                                                                  {L"messages", kMessagesFile}};
     for (const auto& [root, kind] : kKinds) {
@@ -113,7 +117,7 @@ void Checker::run(const std::vector<FilePath>& given)
     }
     checkKind(kDefinitionsFile);
     m_tKnowledge.m_tAllowed = findAllowed();
-    for (const FileKind kind : {kConfigurationFile, kListsFile, kMappingFile, kUnknownFile}) {
+    for (const FileKind kind : {kConfigurationFile, kListsFile, kMappingFile, kCurrenciesFile, kUnknownFile}) {
         checkKind(kind);
     }
     if (m_bOwnReported) {
@@ -163,7 +167,7 @@ void Checker::readOwn(const std::optional<FilePath>& file, FileKind kind)
 
 void Checker::readOwnFiles()
 {
-    if (m_bOwnReported || hasGiven(kDefinitionsFile)) {
+    if (m_bOwnReported || hasGiven(kDefinitionsFile) || hasGiven(kCurrenciesFile)) {
         readMessages();
     }
     for (const FilePath& file : m_tSession.definitionFiles()) {
@@ -176,6 +180,11 @@ void Checker::readOwnFiles()
     readOwn(m_tSession.dataFile(L"localelists.xml"), kListsFile);
     if (m_bOwnReported) {
         readOwn(m_tSession.mappingFile(), kMappingFile);
+    }
+    if (m_bOwnReported || hasGiven(kCurrenciesFile)) {
+        for (const FilePath& file : m_tSession.currencyFiles()) {
+            readOwn(file, kCurrenciesFile);
+        }
     }
 }
 
@@ -271,10 +280,13 @@ void Checker::checkSource(const Source& source)
     case kMappingFile:
         checkMapping(root, m_tKnowledge, m_tFindings);
         break;
+    case kCurrenciesFile:
+        checkCurrencies(root, m_tKnowledge, m_tFindings);
+        break;
     default:
         m_tFindings.add(root, {kWarning, "unknown-kind",
                                "<" + visibleText(root.name()) + "> is the root of no kind of file that is checked: " +
-                                   "definitions, lists, mapping, configuration, messages"});
+                                   "definitions, lists, mapping, currencies, configuration, messages"});
     }
 }
 

@@ -19,6 +19,7 @@ enum FileKind
     kConfigurationFile,
     kListsFile,
     kMappingFile,
+    kCurrenciesFile,
     kUnknownFile
 };
 

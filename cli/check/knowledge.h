@@ -3,6 +3,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "vel/core/nocasecompare.h"
@@ -18,10 +19,14 @@ using NameSet = std::set<vel::String, vel::NoCaseCompareLess>;
 /// judged: one file that cannot be read must not make every name in the others look wrong.
 struct Knowledge
 {
+    using TagsBySymbol = std::unordered_map<vel::String, vel::String>;
+
     vel::LocaleMap m_tDefinitions;                                  ///< by name, with what they inherit
     bool m_bAllDefinitionsRead = true;                              ///< no definitions file was unreadable
     std::optional<NameSet> m_tAllowed;                              ///< nothing: not configured, or unreadable
     std::optional<std::unordered_set<vel::String>> m_tMessageKeys;  ///< of all languages; nothing: no messages
+    TagsBySymbol m_tInternationalSymbols;                           ///< of international currencies
+    std::map<vel::String, TagsBySymbol, vel::NoCaseCompareLess> m_tLocalSymbols;  ///< of local ones, by locale
 
     bool knowsDefinitions() const noexcept { return m_bAllDefinitionsRead && !m_tDefinitions.empty(); }
     bool isDefined(std::wstring_view name) const { return m_tDefinitions.find(name) != m_tDefinitions.end(); }
