@@ -7,7 +7,7 @@ target_compile_features(webi18n INTERFACE cxx_std_20)
 
 install(TARGETS webi18n EXPORT webi18nTargets LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
 install(DIRECTORY include/webi18n DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
-foreach(folder IN ITEMS core log xml messages config nls)
+foreach(folder IN ITEMS core log xml messages config transcoding nls)
     install(DIRECTORY platform/${folder}/include/vel
         DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
 endforeach()

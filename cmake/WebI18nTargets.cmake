@@ -55,7 +55,7 @@ function(webi18n_folder target includeDir)
 endfunction()
 
 # Every object folder of the library, for programs that need the internals.
-set(WEBI18N_OBJECT_FOLDERS vel_core vel_log vel_xml vel_messages vel_config vel_nls webi18n_objects)
+set(WEBI18N_OBJECT_FOLDERS vel_core vel_log vel_xml vel_messages vel_config vel_transcoding vel_nls webi18n_objects)
 
 # webi18n_test(NAME SOURCES... [FOLDERS targets...] [USES targets...] [INCLUDES dirs...] [DEFINES names...] [WHOLE])
 # A GoogleTest program on the named object folders; each of its tests becomes a ctest test of its own process, or all

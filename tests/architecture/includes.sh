@@ -12,22 +12,23 @@ platform/log         core log
 platform/xml         core log xml
 platform/messages    core log xml messages
 platform/config      core log xml messages config
-platform/nls         core nls
-include/webi18n      core log xml messages config nls webi18n
-webi18n              core log xml messages config nls webi18n
-datapack             core log xml messages config nls webi18n
-cli                  core log xml messages config nls webi18n
-examples             core log xml messages config nls webi18n
-bench                core log xml messages config nls webi18n
-fuzz                 core log xml messages config nls webi18n
-tests                core log xml messages config nls webi18n
+platform/transcoding core transcoding
+platform/nls         core transcoding nls
+include/webi18n      core log xml messages config transcoding nls webi18n
+webi18n              core log xml messages config transcoding nls webi18n
+datapack             core log xml messages config transcoding nls webi18n
+cli                  core log xml messages config transcoding nls webi18n
+examples             core log xml messages config transcoding nls webi18n
+bench                core log xml messages config transcoding nls webi18n
+fuzz                 core log xml messages config transcoding nls webi18n
+tests                core log xml messages config transcoding nls webi18n
 "
 
 # Pattern of a third-party header, then the folders that may name it. Benchmarks name it as the peer. Only tests change
 # the process's locale.
 thirdParty="
 expat\.h             platform/xml bench
-unicode/.*           platform/nls datapack bench fuzz tests
+unicode/.*           platform/transcoding platform/nls datapack bench fuzz tests
 libxml/.*            bench
 CLI/.*               cli
 nlohmann/.*          cli tests/cli
