@@ -1,0 +1,137 @@
+// A definitions file and a lists file from outside: whatever their bytes, they load or are refused, the resolver holds
+// only what can be encoded, and a choice between any two lists is what the plain rule says.
+//
+// The input is the two files, a line "====" between them.
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "../tests/support/memoryfile.h"
+#include "vel/xml/xmlexception.h"
+#include "webi18n/charactersetresolver.h"
+
+namespace {
+
+using vel::CharacterSet;
+using vel::CharacterSetDefinition;
+using vel::CharacterSetList;
+using vel::CharacterSetResolver;
+using vel::Handle;
+using vel::String;
+using Entries = CharacterSetList::DefinitionList;
+
+/// Lists that are compared with each other, and entries of each: the choice between all of them would take too long.
+constexpr std::size_t kMostLists = 8;
+constexpr std::size_t kMostEntries = 64;
+
+void require(bool law)
+{
+    if (!law) {
+        __builtin_trap();
+    }
+}
+
+template <typename Load>
+void loadOrRefuse(CharacterSetResolver& resolver, std::string_view bytes, Load load)
+{
+    static const testsupport::MemoryFile kFile;
+    const std::size_t definitions = resolver.getCharacterSetDefinitions().size();
+    const std::size_t lists = resolver.getCharacterSetLists().size();
+    try {
+        (resolver.*load)(kFile.write(bytes));
+    } catch (const vel::XmlException&) {
+        require(resolver.getCharacterSetDefinitions().size() == definitions);
+        require(resolver.getCharacterSetLists().size() == lists);
+    }
+}
+
+void checkDefinition(const CharacterSetDefinition& definition)
+{
+    require(definition.isMinimized() && definition.numImplementations() != 0);
+    require(!definition.getDefinitionLabel().isEmpty());
+    for (const String& name : definition.getImplementationNames()) {
+        require(vel::UniversalTranscoding::isTranscodingAvailable(name));
+    }
+}
+
+void checkHoldings(const CharacterSetResolver& resolver)
+{
+    for (const auto& [label, definition] : resolver.getCharacterSetDefinitions()) {
+        require(label == definition->getDefinitionLabel());
+        require(resolver.getCharacterSetDefinition(label) == definition);
+        checkDefinition(*definition);
+    }
+    for (const auto& [name, list] : resolver.getCharacterSetLists()) {
+        require(list->isMinimized() && list->numDefinitions() != 0);
+        require(resolver.getCharacterSetList(name) == list);
+        for (auto each = list->definitions_begin(); each != list->definitions_end(); ++each) {
+            require(!each->first.isEmpty());
+            require(resolver.getCharacterSetDefinition(each->second->getDefinitionLabel()) == each->second);
+        }
+    }
+}
+
+/// The entry that the rule takes, found by looking at everything.
+const Entries::value_type& chosenSlowly(const Entries& supported, const Entries& preferred)
+{
+    for (const auto& wanted : preferred) {
+        for (const auto& entry : supported) {
+            if (vel::compareNoCase(entry.second->getDefinitionLabel().view(),
+                                   wanted.second->getDefinitionLabel().view()) == 0) {
+                return entry;
+            }
+        }
+    }
+    return supported.front();
+}
+
+void checkChoice(const CharacterSetResolver& resolver, const CharacterSetList& supported,
+                 const CharacterSetList& preferred)
+{
+    Entries supportedEntries;
+    Entries preferredEntries;
+    supported.getDefinitions(supportedEntries);
+    preferred.getDefinitions(preferredEntries);
+    const Entries::value_type& expected = chosenSlowly(supportedEntries, preferredEntries);
+    const Handle<CharacterSet> chosen = resolver.getPreferredCharacterSet(supported, preferred);
+    require(chosen->getLabel() == expected.first);
+    require(chosen->getTranscoding().getName() == expected.second->getImplementationNames().front());
+    const Handle<CharacterSet> named = resolver.getCharacterSetByEncodingLabel(supported, expected.first);
+    require(named->getLabel() == expected.first);
+}
+
+void checkChoices(const CharacterSetResolver& resolver)
+{
+    std::vector<const CharacterSetList*> lists;
+    for (const auto& [name, list] : resolver.getCharacterSetLists()) {
+        if (list->numDefinitions() <= kMostEntries && lists.size() < kMostLists) {
+            lists.push_back(list.get());
+        }
+    }
+    for (const CharacterSetList* supported : lists) {
+        for (const CharacterSetList* preferred : lists) {
+            checkChoice(resolver, *supported, *preferred);
+        }
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    constexpr std::string_view kSeparator = "\n====\n";
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    const std::size_t end = bytes.find(kSeparator);
+    const std::string_view lists = end == std::string_view::npos ? bytes : bytes.substr(end + kSeparator.size());
+    const Handle<CharacterSetResolver> resolver = vel::makeHandle<CharacterSetResolver>();
+    loadOrRefuse(*resolver, bytes.substr(0, end), &CharacterSetResolver::loadCharacterSetDefinitions);
+    loadOrRefuse(*resolver, lists, &CharacterSetResolver::loadCharacterSetLists);
+    checkHoldings(*resolver);
+    checkChoices(*resolver);
+    const std::size_t definitions = resolver->getCharacterSetDefinitions().size();
+    loadOrRefuse(*resolver, bytes.substr(0, end), &CharacterSetResolver::loadCharacterSetDefinitions);
+    require(resolver->getCharacterSetDefinitions().size() == definitions);
+    return 0;
+}
