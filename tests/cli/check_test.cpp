@@ -144,6 +144,62 @@ TEST(Check, settingsAreCheckedWithoutAPlace)
     EXPECT_EQ(file.object()["rule"], "lists-file-missing");
 }
 
+TEST(Check, currenciesAreCheckedAgainstThoseLoadedBefore)
+{
+    const TemporaryFolder folder;
+    const std::string first =
+        folder.write("1.xml", "<Currencies><Currency tag='A' type='international' symbol='s'/></Currencies>")
+            .toNative();
+    const std::string second =
+        folder.write("2.xml", "<Currencies><Currency tag='B' type='international' symbol='s'/></Currencies>")
+            .toNative();
+    const auto check = [](Arguments arguments) {
+        arguments.insert(arguments.begin(), {"--data", "none", "--json"});
+        return run(arguments);
+    };
+    const Outcome options = check({"--currencies", first, "--currencies", second, "check"});
+    EXPECT_THAT(rulesOf(options), ElementsAre("duplicate-symbol"));
+    EXPECT_EQ(options.object()["file"], second);
+    // The given file stands behind those of the options, and only it is reported.
+    const Outcome given = check({"--currencies", second, "check", first});
+    EXPECT_EQ(given.object()["file"], first);
+    EXPECT_THAT(given.object()["message"].get<std::string>(), HasSubstr("'B'"));
+    EXPECT_EQ(check({"--currencies", first, "check", first}).m_sOut, "");
+    EXPECT_EQ(check({"check", second}).m_sOut, "");
+}
+
+TEST(Check, aCurrencyMayBeReplacedByAFileOfItsOwn)
+{
+    const TemporaryFolder folder;
+    const std::string own =
+        folder
+            .write("own.xml",
+                   "<Currencies><Currency tag='EUR' type='international' symbol='EUR' digits='2'/></Currencies>")
+            .toNative();
+    EXPECT_EQ(run(onFolder({"check", own})).m_sOut, "");
+}
+
+TEST(Check, everyCodeOfThePackIsKnownWithItsDigits)
+{
+    // The pack's own digits are compared with ISO's elsewhere; here every one of them is changed.
+    const Outcome all = run({"--data", packFolder(), "--json", "currencies"});
+    std::string elements;
+    std::size_t count = 0;
+    for (const Json& each : all.objects()) {
+        if (each["type"] == "international") {
+            const std::string tag = each["tag"];
+            elements += "<Currency type='international' tag='" + tag + "' symbol='" + tag + "' digits='" +
+                        std::to_string(each["digits"].get<int>() + 1) + "'/>\n";
+            ++count;
+        }
+    }
+    ASSERT_GT(count, 150U);
+    const TemporaryFolder folder;
+    const std::string file = folder.write("digits.xml", "<Currencies>\n" + elements + "</Currencies>").toNative();
+    const std::vector<std::string> rules = rulesOf(run({"--data", "none", "--json", "check", file}));
+    EXPECT_EQ(rules, std::vector<std::string>(count, "not-iso-digits"));
+}
+
 TEST(Check, aHundredThousandDefinitionsAndRulesAreChecked)
 {
     const TemporaryFolder folder;

@@ -69,6 +69,7 @@ TEST(Usage, wrongUsageExitsWithTwoAndSaysWhatIsAccepted)
         {{"explain"}, "HEADER"},
         {{"locale"}, "NAME"},
         {{"data-format"}, "TEXT"},
+        {{"currency"}, "TAG"},
         {{"explain", "a", "b"}, "b"},
         {{"explain", "-x"}, "-x"},
         {{"--bogus", "languages"}, "--bogus"},
@@ -112,8 +113,9 @@ TEST(Usage, helpAndVersionExitWithZero)
     const Outcome help = run({"--help"});
     EXPECT_EQ(help.m_nExit, 0);
     EXPECT_EQ(help.m_sError, "");
-    for (const char* word : {"--data", "--config", "--set", "--definitions", "--mapping", "--json", "--log", "explain",
-                             "locales", "locale", "languages", "data-format", "check"}) {
+    for (const char* word :
+         {"--data", "--config", "--set", "--definitions", "--currencies", "--mapping", "--json", "--log", "explain",
+          "locales", "locale", "languages", "data-format", "parse", "parse-xml", "currencies", "currency", "check"}) {
         EXPECT_THAT(help.m_sOut, HasSubstr(word));
     }
     EXPECT_THAT(run({"explain", "--help"}).m_sOut, HasSubstr("HEADER"));
@@ -123,8 +125,10 @@ TEST(Usage, theManualNamesEverySubcommandAndOption)
 {
     std::ifstream in(WEBI18N_MANUAL);
     const std::string manual(std::istreambuf_iterator<char>(in), {});
-    for (const char* word : {"-data", "-config", "-set", "-definitions", "-mapping", "-json", "-log", "-user",
-                             "-language", "explain", "locales", "locale", "languages", "data-format", "check"}) {
+    for (const char* word :
+         {"-data",  "-config",   "-set",        "-definitions", "-currencies",   "-mapping",    "-json",
+          "-log",   "-user",     "-symbol",     "-locale",      "-language",     "explain",     "locales",
+          "locale", "languages", "data-format", "parse-xml",    "Cm currencies", "Cm currency", "check"}) {
         EXPECT_THAT(manual, HasSubstr(word));
     }
 }
