@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "allocationwatch.h"
+#include "failingallocator.h"
 #include "logcapture.h"
 #include "mappings.h"
 #include "printers.h"

@@ -7,15 +7,21 @@
 
 namespace {
 
+using Watch = void (*)();
+
 constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 
 std::atomic<std::ptrdiff_t> g_outstanding{0};
 constinit thread_local std::size_t t_allocations = 0;
 constinit thread_local std::size_t t_failFrom = kNever;
 constinit thread_local bool t_hasFailed = false;
+constinit thread_local Watch t_watch = nullptr;
 
 void* allocate(std::size_t size) noexcept
 {
+    if (t_watch != nullptr) {
+        t_watch();
+    }
     const std::size_t number = t_allocations++;
     if (number >= t_failFrom) {
         t_hasFailed = true;
@@ -46,6 +52,8 @@ void release(void* block) noexcept
 }
 
 }  // namespace
+
+// All of them are replaced: a sanitizer brings its own of those that are left.
 
 void* operator new(std::size_t size)
 {
@@ -117,6 +125,11 @@ AllocationCount::AllocationCount() noexcept : m_nBefore(t_allocations)
 std::size_t AllocationCount::value() const noexcept
 {
     return t_allocations - m_nBefore;
+}
+
+void setAllocationWatch(void (*watch)()) noexcept
+{
+    t_watch = watch;
 }
 
 }  // namespace testsupport

@@ -4,7 +4,8 @@
 
 namespace testsupport {
 
-/// Programs that link failingallocator.cpp have their operator new and delete replaced by ones that count and can fail.
+/// Programs that link failingallocator.cpp have their operator new and delete replaced by ones that count, can fail and
+/// can be watched.
 
 /// Blocks that operator new gave out, on any thread, and that are not deleted yet.
 std::ptrdiff_t outstandingBlocks() noexcept;
@@ -33,5 +34,8 @@ public:
 private:
     std::size_t m_nBefore;
 };
+
+/// Replaces what every operator new of the calling thread calls first; null calls nothing. The watch may not allocate.
+void setAllocationWatch(void (*watch)()) noexcept;
 
 }  // namespace testsupport
