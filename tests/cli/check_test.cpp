@@ -168,6 +168,24 @@ TEST(Check, currenciesAreCheckedAgainstThoseLoadedBefore)
     EXPECT_EQ(check({"check", second}).m_sOut, "");
 }
 
+TEST(Check, aCurrenciesFileThatCannotBeReadIsAFinding)
+{
+    const TemporaryFolder folder;
+    const std::string bad = folder.write("bad.xml", "<Currencies>\n  <Currency\n").toNative();
+    const std::string nowhere = (folder.native() / "nowhere.xml").string();
+    for (const auto& [file, rule] : {std::pair{bad, "malformed-file"}, {nowhere, "unreadable-file"}}) {
+        for (const Arguments& arguments : {Arguments{"--currencies", file, "check"}, {"check", file}}) {
+            Arguments all = onFolder({"--json"});
+            all.insert(all.end(), arguments.begin(), arguments.end());
+            const Outcome outcome = run(all);
+            EXPECT_EQ(outcome.m_nExit, 1);
+            EXPECT_EQ(outcome.object()["rule"], rule);
+            EXPECT_EQ(outcome.object()["severity"], "error");
+            EXPECT_EQ(outcome.object()["file"], file);
+        }
+    }
+}
+
 TEST(Check, aCurrencyMayBeReplacedByAFileOfItsOwn)
 {
     const TemporaryFolder folder;

@@ -77,6 +77,24 @@ TEST_F(BadCurrencies, CutOffAtEveryByteItThrows)
     }
 }
 
+TEST_F(BadCurrencies, CutOffAtEveryByteOfUtf16ItThrows)
+{
+    const std::string elements = currenciesFile(currency("t", "local", "symbol=\"s\"", negative("red", "[$#]")));
+    std::string little = "\xFF\xFE";
+    std::string big = "\xFE\xFF";
+    for (const char each : elements) {
+        little.append({each, '\0'});
+        big.append({'\0', each});
+    }
+    for (const std::string& file : {little, big}) {
+        for (std::size_t length = 0; length < file.size(); ++length) {
+            ASSERT_FALSE(loads(file.substr(0, length))) << length;
+            ASSERT_FALSE(HasFailure()) << length;
+        }
+        EXPECT_TRUE(loads(file));
+    }
+}
+
 TEST_F(BadCurrencies, WithAnyByteCorruptedItLoadsOrThrows)
 {
     // Bytes that mean something to XML, to UTF-8 or to the reader, at every place; all 255 others at every eleventh.
