@@ -1,0 +1,71 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "webi18n/collator.h"
+
+namespace {
+
+using vel::Handle;
+using vel::String;
+using namespace vel::i18n;
+
+constexpr int kThreads = 16;
+constexpr const wchar_t* kSorts[] = {L"sv", L"de-u-co-phonebk", L"en-u-ka-shifted", L"binary"};
+
+/// Keys by a collator of the thread's own; how often they were not in Swedish order.
+int faultsWithOwnContext(int thread)
+{
+    NLSThreadContext context(NLSEnvironment::getDefaultEnvironment());
+    int faults = 0;
+    for (int round = 0; round < 8; ++round) {
+        Collator collator(context, String(kSorts[(thread + round) % 4]), kCollationStrengthDefault);
+        const CollationKey a = collator.createCollationKey(L"a", 1);
+        const CollationKey b = collator.createCollationKey(L"b", 1);
+        faults += a.compare(b) == -1 && collator.compare(L"a", L"b") == -1 ? 0 : 1;
+    }
+    return faults;
+}
+
+TEST(CollatorThreads, SixteenThreadsHitTheTablesAtOnce)
+{
+    const Handle<NLSEnvironment> guard = NLSEnvironment::getEnvironmentGuard();
+    std::atomic<int> waiting{kThreads};
+    std::atomic<int> faults{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kThreads; ++i) {
+        threads.emplace_back([&, i] {
+            for (--waiting; waiting > 0;) {
+                std::this_thread::yield();
+            }
+            faults += faultsWithOwnContext(i);
+        });
+    }
+    for (std::thread& each : threads) {
+        each.join();
+    }
+    EXPECT_EQ(faults, 0);
+}
+
+TEST(CollatorThreads, ContextsComeAndGoWhileOthersWork)
+{
+    const Handle<NLSEnvironment> guard = NLSEnvironment::getEnvironmentGuard();
+    std::atomic<int> faults{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i) {
+        threads.emplace_back([&, i] {
+            for (int round = 0; round < 4; ++round) {
+                faults += faultsWithOwnContext(i + round);
+            }
+        });
+    }
+    for (std::thread& each : threads) {
+        each.join();
+    }
+    EXPECT_EQ(faults, 0);
+}
+
+}  // namespace
