@@ -38,6 +38,7 @@ void addMappingRows(std::vector<Situation>& rows, const Data& data);
 void addLocaleRows(std::vector<Situation>& rows);
 void addCurrencyRows(std::vector<Situation>& rows, const Data& data);
 void addDateRows(std::vector<Situation>& rows, const Data& data);
+void addTranscodingRows(std::vector<Situation>& rows);
 void addStartupRows(std::vector<Situation>& rows);
 
 }  // namespace bench

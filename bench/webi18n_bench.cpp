@@ -58,6 +58,7 @@ std::vector<bench::Situation> allRows(const Arguments& arguments)
     bench::addLocaleRows(rows);
     bench::addCurrencyRows(rows, data);
     bench::addDateRows(rows, data);
+    bench::addTranscodingRows(rows);
     bench::addStartupRows(rows);
     return rows;
 }

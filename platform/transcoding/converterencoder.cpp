@@ -46,25 +46,30 @@ struct ConverterEncoder::Block
 };
 
 ConverterEncoder::ConverterEncoder(const std::string& icuName, EUnencodable policy)
-    : m_pConverter(reopenConverter(icuName.c_str())), m_ePolicy(policy)
+    : m_sIcuName(icuName), m_ePolicy(policy)
 {
     UChar reference[kReferenceCharacters.size()];
     std::copy(kReferenceCharacters.begin(), kReferenceCharacters.end(), reference);
     m_bReference = canEncode(reference, static_cast<std::int32_t>(kReferenceCharacters.size()));
     m_bReplacementCharacter = canEncode(&kReplacementCharacter, 1);
-    if (policy != kUnencodableError) {
-        UErrorCode error = U_ZERO_ERROR;
-        ucnv_setFromUCallBack(m_pConverter.get(), onUnencodable, this, nullptr, nullptr, &error);
-    }
+    start();
 }
 
-bool ConverterEncoder::canEncode(const UChar* units, std::int32_t length)
+/// Takes a new converter: resetting one leaves the state of some as it is.
+void ConverterEncoder::start()
 {
+    m_pConverter = reopenConverter(m_sIcuName.c_str());
+    UErrorCode error = U_ZERO_ERROR;
+    ucnv_setFromUCallBack(m_pConverter.get(), onUnencodable, this, nullptr, nullptr, &error);
+}
+
+bool ConverterEncoder::canEncode(const UChar* units, std::int32_t length) const
+{
+    const ConverterPtr converter = reopenConverter(m_sIcuName.c_str());
     char bytes[256];
     char* out = bytes;
     UErrorCode error = U_ZERO_ERROR;
-    ucnv_fromUnicode(m_pConverter.get(), &out, bytes + sizeof bytes, &units, units + length, nullptr, true, &error);
-    ucnv_resetFromUnicode(m_pConverter.get());
+    ucnv_fromUnicode(converter.get(), &out, bytes + sizeof bytes, &units, units + length, nullptr, true, &error);
     checkMemory(error);
     return U_SUCCESS(error);
 }
@@ -72,14 +77,16 @@ bool ConverterEncoder::canEncode(const UChar* units, std::int32_t length)
 void ConverterEncoder::onUnencodable(const void* context, UConverterFromUnicodeArgs* arguments, const UChar*,
                                      std::int32_t, UChar32 code, UConverterCallbackReason reason, UErrorCode* error)
 {
-    // The other reasons tell that the converter is reset, closed or copied.
-    if (reason <= UCNV_IRREGULAR) {
+    // The other reasons tell that the converter is reset, closed or copied. Where the error stays, the converter stops;
+    // its own function for that would leave out characters that are shown as nothing.
+    const ConverterEncoder& encoder = *static_cast<const ConverterEncoder*>(context);
+    if (reason <= UCNV_IRREGULAR && encoder.m_ePolicy != kUnencodableError) {
         *error = U_ZERO_ERROR;
-        static_cast<ConverterEncoder*>(const_cast<void*>(context))->replace(*arguments, code, *error);
+        encoder.replace(*arguments, code, *error);
     }
 }
 
-void ConverterEncoder::replace(UConverterFromUnicodeArgs& arguments, UChar32 code, UErrorCode& error)
+void ConverterEncoder::replace(UConverterFromUnicodeArgs& arguments, UChar32 code, UErrorCode& error) const
 {
     if (m_ePolicy == kUnencodableReference && m_bReference && isScalarValue(static_cast<std::uint32_t>(code))) {
         UChar reference[kLongestReference];
@@ -177,7 +184,7 @@ TranscodingResult ConverterEncoder::finish(char* out, std::size_t capacity)
         result.m_eStatus = kTranscodingOutputFull;
         return result;
     }
-    ucnv_resetFromUnicode(m_pConverter.get());
+    start();
     m_bFinishing = false;
     return result;
 }

@@ -25,13 +25,15 @@ private:
 
     static void onUnencodable(const void* context, UConverterFromUnicodeArgs* arguments, const UChar* units,
                               std::int32_t length, UChar32 code, UConverterCallbackReason reason, UErrorCode* error);
-    bool canEncode(const UChar* units, std::int32_t length);
-    void replace(UConverterFromUnicodeArgs& arguments, UChar32 code, UErrorCode& error);
+    void start();
+    bool canEncode(const UChar* units, std::int32_t length) const;
+    void replace(UConverterFromUnicodeArgs& arguments, UChar32 code, UErrorCode& error) const;
     std::size_t fill(Block& block, const wchar_t* text, std::size_t length) const;
     bool feed(const Block& block, bool atEnd);
     std::size_t deliver(char* out, std::size_t capacity) noexcept;
     bool hasPending() const noexcept { return m_nDelivered < m_sPending.size(); }
 
+    std::string m_sIcuName;
     ConverterPtr m_pConverter;
     EUnencodable m_ePolicy;
     bool m_bReference = false;

@@ -75,46 +75,56 @@ inline std::uint16_t storedValue(ByteSequence bytes) noexcept
     return static_cast<std::uint16_t>(bytes.m_nLength == 2 ? swapped : bytes.m_nBytes);
 }
 
+/// Encodes four characters below U+10000; false when one is not in the table. Writes eight bytes, of which some count.
+inline bool encodeFour(PagedTable<std::uint16_t>::View bytes, const wchar_t* in, char*& out) noexcept
+{
+    const std::uint32_t first = bytes[codeOf(in[0])];
+    const std::uint32_t second = bytes[codeOf(in[1])];
+    const std::uint32_t third = bytes[codeOf(in[2])];
+    const std::uint32_t fourth = bytes[codeOf(in[3])];
+    if (first == 0 || second == 0 || third == 0 || fourth == 0) {
+        return false;
+    }
+    char* to = out;
+    storeTwo(to, first);
+    to += 2 - static_cast<int>(first < 0x100);
+    storeTwo(to, second);
+    to += 2 - static_cast<int>(second < 0x100);
+    storeTwo(to, third);
+    to += 2 - static_cast<int>(third < 0x100);
+    storeTwo(to, fourth);
+    out = to + 2 - static_cast<int>(fourth < 0x100);
+    return true;
+}
+
 /// Encodes characters of the tables as long as room and input allow whole blocks.
 inline void encodeBlocks(const MultiByteTables& tables, const wchar_t*& in, const wchar_t* inEnd, char*& out,
                          const char* outEnd) noexcept
 {
-    constexpr std::ptrdiff_t kAsciiBlock = 16;
+    constexpr std::ptrdiff_t kBlock = 16;
+    const PagedTable<std::uint16_t>::View bytes = tables.m_tBytes.view();
+    const bool isAsciiOwn = tables.m_bAscii;
     const wchar_t* from = in;
     char* to = out;
-    while (inEnd - from >= 4 && outEnd - to >= 8) {
-        const std::uint32_t a = codeOf(from[0]);
-        if (a < 0x80 && tables.m_bAscii && inEnd - from >= kAsciiBlock && outEnd - to >= kAsciiBlock) {
-            const SixteenWide block(from);
-            if (hasNoneOf(block.any(), ~0x7FU)) {
-                storeVector(to, block.bytes());
-                from += kAsciiBlock;
-                to += kAsciiBlock;
-                continue;
-            }
+    while (inEnd - from >= kBlock && outEnd - to >= 2 * kBlock) {
+        const SixteenWide block(from);
+        const __m128i any = block.any();
+        if (isAsciiOwn && hasNoneOf(any, ~0x7FU)) {
+            storeVector(to, block.bytes());
+            from += kBlock;
+            to += kBlock;
+            continue;
         }
-        const std::uint32_t b = codeOf(from[1]);
-        const std::uint32_t c = codeOf(from[2]);
-        const std::uint32_t d = codeOf(from[3]);
-        if ((a | b | c | d) > 0xFFFF) {
+        if (!hasNoneOf(any, ~0xFFFFU)) {
             break;
         }
-        const std::uint32_t first = tables.m_tBytes[a];
-        const std::uint32_t second = tables.m_tBytes[b];
-        const std::uint32_t third = tables.m_tBytes[c];
-        const std::uint32_t fourth = tables.m_tBytes[d];
-        if (first == 0 || second == 0 || third == 0 || fourth == 0) {
+        const wchar_t* blockEnd = from + kBlock;
+        while (from < blockEnd && encodeFour(bytes, from, to)) {
+            from += 4;
+        }
+        if (from < blockEnd) {
             break;
         }
-        storeTwo(to, first);
-        to += first > 0xFF ? 2 : 1;
-        storeTwo(to, second);
-        to += second > 0xFF ? 2 : 1;
-        storeTwo(to, third);
-        to += third > 0xFF ? 2 : 1;
-        storeTwo(to, fourth);
-        to += fourth > 0xFF ? 2 : 1;
-        from += 4;
     }
     in = from;
     out = to;

@@ -119,7 +119,7 @@ private:
         if ((a | b | c | d) > 0xFFFF) {
             return false;
         }
-        const PagedTable<std::uint8_t>& bytes = m_tTables.m_tBytes;
+        const PagedTable<std::uint8_t>::View bytes = m_tTables.m_tBytes.view();
         const std::uint32_t first = bytes[a];
         const std::uint32_t second = bytes[b];
         const std::uint32_t third = bytes[c];

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "avx2.h"
 #include "utf16units.h"
 
 namespace vel {
@@ -12,7 +13,11 @@ std::size_t encodeUtf16BigEndian(const wchar_t* pText, std::size_t nLength, char
 {
     const wchar_t* textEnd = pText + nLength;
     char* out = pOut;
+    const bool isVectorised = hasAvx2();
     for (;;) {
+        if (isVectorised) {
+            encodeUtf16BigEndianBlocksAvx2(pText, textEnd, out);
+        }
         while (textEnd - pText >= kUtf16Block && writeUtf16Block<kBigEndian>(pText, out)) {
             pText += kUtf16Block;
             out += 2 * kUtf16Block;

@@ -1,3 +1,6 @@
+#include <algorithm>
+
+#include "avx2.h"
 #include "codecs.h"
 #include "utf16units.h"
 
@@ -12,6 +15,13 @@ Replacements replacementsOf(EByteOrder order)
 }
 
 template <EByteOrder eOrder>
+void encodeBlocksAvx2(const wchar_t*& in, const wchar_t* inEnd, char*& out) noexcept
+{
+    eOrder == kBigEndian ? encodeUtf16BigEndianBlocksAvx2(in, inEnd, out)
+                         : encodeUtf16LittleEndianBlocksAvx2(in, inEnd, out);
+}
+
+template <EByteOrder eOrder>
 class Utf16Codec : public Codec
 {
 public:
@@ -19,7 +29,13 @@ public:
 
     EncodeRun encode(const wchar_t* in, const wchar_t* inEnd, char* out, char* outEnd) const noexcept override
     {
+        const bool isVectorised = hasAvx2();
         for (;;) {
+            if (isVectorised) {
+                // The blocks hold no surrogate pairs: two bytes a character.
+                const wchar_t* fittingEnd = in + std::min(inEnd - in, (outEnd - out) / 2);
+                encodeBlocksAvx2<eOrder>(in, fittingEnd, out);
+            }
             while (inEnd - in >= kUtf16Block && outEnd - out >= 2 * kUtf16Block && writeUtf16Block<eOrder>(in, out)) {
                 in += kUtf16Block;
                 out += 2 * kUtf16Block;

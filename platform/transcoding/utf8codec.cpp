@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "avx2.h"
 #include "codecs.h"
 #include "vel/core/utf8.h"
 #include "widelanes.h"
@@ -9,10 +10,9 @@ namespace vel::transcoding_details {
 
 namespace {
 
-/// Characters that a block takes, and the room that it may write to: three bytes a character, and what the last store
-/// writes beyond.
-constexpr std::ptrdiff_t kBlock = 16;
-constexpr std::ptrdiff_t kBlockRoom = 3 * kBlock + 16;
+/// The same for both kinds of blocks.
+constexpr std::ptrdiff_t kBlock = kAvx2Block;
+constexpr std::ptrdiff_t kBlockRoom = kUtf8BlockRoom;
 
 /// Lanes of U+0080 to U+07FF as their two bytes, the first one lowest.
 inline __m128i twoByteLanes(__m128i codes) noexcept
@@ -154,8 +154,12 @@ public:
 
     EncodeRun encode(const wchar_t* in, const wchar_t* inEnd, char* out, char* outEnd) const noexcept override
     {
+        const bool isVectorised = hasAvx2();
         for (;;) {
-            while (inEnd - in >= kBlock && outEnd - out >= kBlockRoom && writeBlock(in, out)) {
+            if (isVectorised) {
+                encodeUtf8BlocksAvx2(in, inEnd, out, outEnd);
+            }
+            while (!isVectorised && inEnd - in >= kBlock && outEnd - out >= kBlockRoom && writeBlock(in, out)) {
                 in += kBlock;
             }
             // What no block takes: the rest, and blocks with characters of four bytes or none.

@@ -1,0 +1,193 @@
+#include <immintrin.h>
+
+#include <array>
+#include <cstdint>
+
+#include "avx2.h"
+
+// Characters become lanes with their bytes in the low places, and a shuffle that a table knows closes the gaps between
+// them.
+
+namespace vel::transcoding_details {
+
+namespace {
+
+using Shuffle = std::array<std::uint8_t, 16>;
+
+/// A place that a shuffle fills with zero; it is overwritten by what follows.
+constexpr std::uint8_t kNothing = 0x80;
+
+/// For eight lanes of two bytes, of which those whose bit is set in the index count both, the upper one first.
+constexpr std::array<Shuffle, 256> twoByteShuffles()
+{
+    std::array<Shuffle, 256> result{};
+    for (unsigned index = 0; index < 256; ++index) {
+        unsigned place = 0;
+        for (unsigned lane = 0; lane < 8; ++lane) {
+            if ((index >> lane & 1) != 0) {
+                result[index][place++] = static_cast<std::uint8_t>(2 * lane + 1);
+            }
+            result[index][place++] = static_cast<std::uint8_t>(2 * lane);
+        }
+        for (; place < 16; ++place) {
+            result[index][place] = kNothing;
+        }
+    }
+    return result;
+}
+
+/// For four lanes of up to three bytes: the low half of the index has a bit for each lane of two or more, the high half
+/// for each of three.
+constexpr std::array<Shuffle, 256> threeByteShuffles()
+{
+    std::array<Shuffle, 256> result{};
+    for (unsigned index = 0; index < 256; ++index) {
+        unsigned place = 0;
+        for (unsigned lane = 0; lane < 4; ++lane) {
+            const unsigned bytes = 1 + (index >> lane & 1) + (index >> (4 + lane) & 1);
+            for (unsigned i = 0; i < bytes; ++i) {
+                result[index][place++] = static_cast<std::uint8_t>(4 * lane + i);
+            }
+        }
+        for (; place < 16; ++place) {
+            result[index][place] = kNothing;
+        }
+    }
+    return result;
+}
+
+alignas(64) constexpr std::array<Shuffle, 256> kTwoByteShuffles = twoByteShuffles();
+alignas(64) constexpr std::array<Shuffle, 256> kThreeByteShuffles = threeByteShuffles();
+
+VEL_AVX2 inline void store(char* out, __m128i bytes) noexcept
+{
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), bytes);
+}
+
+VEL_AVX2 inline __m128i shuffled(__m128i lanes, const Shuffle& shuffle) noexcept
+{
+    return _mm_shuffle_epi8(lanes, _mm_load_si128(reinterpret_cast<const __m128i*>(shuffle.data())));
+}
+
+VEL_AVX2 inline __m256i loadEight(const wchar_t* in) noexcept
+{
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(in));
+}
+
+/// Sixteen characters below U+10000 as words.
+VEL_AVX2 inline __m256i wordsOf(__m256i first, __m256i second) noexcept
+{
+    // Packing works on halves: put the quarters back into their order.
+    return _mm256_permute4x64_epi64(_mm256_packus_epi32(first, second), 0xD8);
+}
+
+VEL_AVX2 inline bool isBelow(__m256i any, int limit) noexcept
+{
+    return _mm256_testz_si256(any, _mm256_set1_epi32(-limit)) != 0;
+}
+
+/// Sixteen characters of ASCII.
+VEL_AVX2 inline char* writeAscii(__m256i first, __m256i second, char* out) noexcept
+{
+    const __m256i words = wordsOf(first, second);
+    store(out, _mm_packus_epi16(_mm256_castsi256_si128(words), _mm256_extracti128_si256(words, 1)));
+    return out + 16;
+}
+
+/// Sixteen characters below U+0800.
+VEL_AVX2 inline char* writeUpToTwoBytes(__m256i first, __m256i second, char* out) noexcept
+{
+    const __m256i words = wordsOf(first, second);
+    const __m256i upper = _mm256_and_si256(_mm256_slli_epi16(words, 2), _mm256_set1_epi16(0x1F00));
+    const __m256i lower = _mm256_and_si256(words, _mm256_set1_epi16(0x3F));
+    const __m256i marked =
+        _mm256_or_si256(_mm256_or_si256(upper, lower), _mm256_set1_epi16(static_cast<short>(0xC080)));
+    const __m256i isTwo = _mm256_cmpgt_epi16(words, _mm256_set1_epi16(0x7F));
+    const __m256i lanes = _mm256_blendv_epi8(words, marked, isTwo);
+    const unsigned mask = static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_packs_epi16(_mm256_castsi256_si128(isTwo), _mm256_extracti128_si256(isTwo, 1))));
+    store(out, shuffled(_mm256_castsi256_si128(lanes), kTwoByteShuffles[mask & 0xFF]));
+    out += 8 + __builtin_popcount(mask & 0xFF);
+    store(out, shuffled(_mm256_extracti128_si256(lanes, 1), kTwoByteShuffles[mask >> 8]));
+    return out + 8 + __builtin_popcount(mask >> 8);
+}
+
+/// Eight characters below U+10000.
+VEL_AVX2 inline char* writeUpToThreeBytes(__m256i codes, char* out) noexcept
+{
+    const __m256i low = _mm256_and_si256(codes, _mm256_set1_epi32(0x3F));
+    const __m256i shifted = _mm256_srli_epi32(codes, 6);
+    const __m256i middle = _mm256_and_si256(shifted, _mm256_set1_epi32(0x3F));
+    const __m256i two = _mm256_or_si256(_mm256_or_si256(shifted, _mm256_slli_epi32(low, 8)), _mm256_set1_epi32(0x80C0));
+    const __m256i outer = _mm256_or_si256(_mm256_srli_epi32(codes, 12), _mm256_slli_epi32(low, 16));
+    const __m256i three =
+        _mm256_or_si256(_mm256_or_si256(outer, _mm256_slli_epi32(middle, 8)), _mm256_set1_epi32(0x8080E0));
+    const __m256i isTwo = _mm256_cmpgt_epi32(codes, _mm256_set1_epi32(0x7F));
+    const __m256i isThree = _mm256_cmpgt_epi32(codes, _mm256_set1_epi32(0x7FF));
+    const __m256i lanes = _mm256_blendv_epi8(_mm256_blendv_epi8(codes, two, isTwo), three, isThree);
+    const unsigned twos = static_cast<unsigned>(_mm256_movemask_ps(_mm256_castsi256_ps(isTwo)));
+    const unsigned threes = static_cast<unsigned>(_mm256_movemask_ps(_mm256_castsi256_ps(isThree)));
+    const unsigned first = (twos & 0xF) | (threes & 0xF) << 4;
+    const unsigned second = twos >> 4 | (threes & 0xF0);
+    store(out, shuffled(_mm256_castsi256_si128(lanes), kThreeByteShuffles[first]));
+    out += 4 + __builtin_popcount(first);
+    store(out, shuffled(_mm256_extracti128_si256(lanes, 1), kThreeByteShuffles[second]));
+    return out + 4 + __builtin_popcount(second);
+}
+
+VEL_AVX2 inline bool hasSurrogate(__m256i codes) noexcept
+{
+    const __m256i top = _mm256_and_si256(codes, _mm256_set1_epi32(0xF800));
+    return _mm256_movemask_epi8(_mm256_cmpeq_epi32(top, _mm256_set1_epi32(0xD800))) != 0;
+}
+
+/// Thirty-two characters of ASCII at a time, as far as they go.
+VEL_AVX2 inline void writeAsciiRun(const wchar_t*& in, const wchar_t* inEnd, char*& out, const char* outEnd) noexcept
+{
+    const __m256i order = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
+    while (inEnd - in >= 32 && outEnd - out >= 32) {
+        const __m256i a = loadEight(in);
+        const __m256i b = loadEight(in + 8);
+        const __m256i c = loadEight(in + 16);
+        const __m256i d = loadEight(in + 24);
+        if (!isBelow(_mm256_or_si256(_mm256_or_si256(a, b), _mm256_or_si256(c, d)), 0x80)) {
+            return;
+        }
+        const __m256i packed = _mm256_packus_epi16(_mm256_packus_epi32(a, b), _mm256_packus_epi32(c, d));
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out), _mm256_permutevar8x32_epi32(packed, order));
+        in += 32;
+        out += 32;
+    }
+}
+
+}  // namespace
+
+void encodeUtf8BlocksAvx2(const wchar_t*& in, const wchar_t* inEnd, char*& out, const char* outEnd) noexcept
+{
+    const wchar_t* from = in;
+    char* to = out;
+    while (inEnd - from >= kAvx2Block && outEnd - to >= kUtf8BlockRoom) {
+        const __m256i first = loadEight(from);
+        const __m256i second = loadEight(from + 8);
+        const __m256i any = _mm256_or_si256(first, second);
+        if (isBelow(any, 0x80)) {
+            to = writeAscii(first, second, to);
+            from += kAvx2Block;
+            writeAsciiRun(from, inEnd, to, outEnd);
+            continue;
+        }
+        if (isBelow(any, 0x800)) {
+            to = writeUpToTwoBytes(first, second, to);
+        } else if (isBelow(any, 0x10000) && !hasSurrogate(first) && !hasSurrogate(second)) {
+            to = writeUpToThreeBytes(first, to);
+            to = writeUpToThreeBytes(second, to);
+        } else {
+            break;
+        }
+        from += kAvx2Block;
+    }
+    in = from;
+    out = to;
+}
+
+}  // namespace vel::transcoding_details
