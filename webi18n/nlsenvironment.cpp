@@ -1,8 +1,6 @@
 #include "webi18n/nlsenvironment.h"
 
-#include <algorithm>
-#include <mutex>
-#include <vector>
+#include <pthread.h>
 
 #include "nlsenvironmentimpl.h"
 #include "vel/core/assertion.h"
@@ -11,29 +9,30 @@ namespace vel::i18n {
 
 namespace {
 
-/// The environments that exist. Never destroyed: a guard may be given back after this library's static objects are
-/// gone.
-struct Registry
+/// Guards the chain of the environments that exist. The standard library's lock may throw, a destructor may not.
+class ChainLock
 {
-    std::mutex m_tMutex;
-    std::vector<const NLSEnvironment*> m_vEnvironments;
-};
+public:
+    ChainLock() noexcept { pthread_mutex_lock(&s_tMutex); }
+    ~ChainLock() { pthread_mutex_unlock(&s_tMutex); }
+    ChainLock(const ChainLock&) = delete;
+    ChainLock& operator=(const ChainLock&) = delete;
 
-Registry& registry()
-{
-    static Registry* const kRegistry = new Registry;
-    return *kRegistry;
-}
+private:
+    static inline pthread_mutex_t s_tMutex = PTHREAD_MUTEX_INITIALIZER;
+};
 
 }  // namespace
 
 constinit NonOwningPtr<NLSEnvironment> NLSEnvironment::s_spDefaultEnvironment;
 
-NLSEnvironment::NLSEnvironment()
+constinit NLSEnvironment* NLSEnvironment::s_pFirst = nullptr;
+
+NLSEnvironment::NLSEnvironment() noexcept
 {
-    Registry& all = registry();
-    const std::lock_guard<std::mutex> lock(all.m_tMutex);
-    all.m_vEnvironments.push_back(this);
+    const ChainLock lock;
+    m_pNext = s_pFirst;
+    s_pFirst = this;
 }
 
 NLSEnvironment::~NLSEnvironment()
@@ -41,16 +40,22 @@ NLSEnvironment::~NLSEnvironment()
     if (s_spDefaultEnvironment == NonOwningPtr<NLSEnvironment>(this)) {
         s_spDefaultEnvironment = nullptr;
     }
-    Registry& all = registry();
-    const std::lock_guard<std::mutex> lock(all.m_tMutex);
-    std::erase(all.m_vEnvironments, this);
+    const ChainLock lock;
+    NLSEnvironment** link = &s_pFirst;
+    while (*link != this) {
+        link = &(*link)->m_pNext;
+    }
+    *link = m_pNext;
 }
 
-bool NLSEnvironment::isAlive(const NLSEnvironment* environment)
+bool NLSEnvironment::isAlive(const NLSEnvironment* environment) noexcept
 {
-    Registry& all = registry();
-    const std::lock_guard<std::mutex> lock(all.m_tMutex);
-    return std::find(all.m_vEnvironments.begin(), all.m_vEnvironments.end(), environment) != all.m_vEnvironments.end();
+    const ChainLock lock;
+    const NLSEnvironment* each = s_pFirst;
+    while (each != nullptr && each != environment) {
+        each = each->m_pNext;
+    }
+    return each != nullptr;
 }
 
 Handle<NLSEnvironment> NLSEnvironment::getEnvironmentGuard()

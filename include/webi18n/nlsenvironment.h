@@ -33,13 +33,16 @@ public:
     virtual NonOwningPtr<nls_internal_wrapper::NLSLibrary> getInternalNlsLibrary() = 0;
 
     /// Whether the address is that of an environment which exists. Locked; any thread.
-    static bool isAlive(const NLSEnvironment* environment);
+    static bool isAlive(const NLSEnvironment* environment) noexcept;
 
 protected:
-    NLSEnvironment();
+    NLSEnvironment() noexcept;
 
 private:
     static NonOwningPtr<NLSEnvironment> s_spDefaultEnvironment;
+    static NLSEnvironment* s_pFirst;
+
+    NLSEnvironment* m_pNext = nullptr;  // in the chain of those that exist
 };
 
 /// A thread's own context of the language service. Collators are built on it and used by its thread only, or by one
