@@ -94,6 +94,7 @@ std::pair<vel::String, vel::String> readSetting(const std::string& setting)
 std::vector<vel::String> readFiles(const std::vector<std::string>& written, const char* option)
 {
     std::vector<vel::String> files;
+    files.reserve(written.size());
     for (const std::string& file : written) {
         files.push_back(wideText(file, option));
     }
