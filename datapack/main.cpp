@@ -10,6 +10,8 @@
 //     definitions      localedefinitions.xml and localelists.xml
 //     mapping          localemapping.xml: from a browser's tag to a definition
 //     currencies       currencies.xml: the local ones (currencypictures) and ISO's (internationalcurrencies)
+//     charactersets    charactersets.xml: what the web's labels mean, by ICU's converters
+//     charactersetlists charactersetlists.xml: what is supported, and what each locale prefers
 //     messages         messages/<language>/i18nmessages.xml and config.xml
 //
 // An example: ICU has fr_CA. It is named fr-ca and based on fr-fr, the main locale of French. Its short pattern
@@ -36,6 +38,8 @@
 #include <iomanip>
 #include <iostream>
 
+#include "charactersetlists.h"
+#include "charactersets.h"
 #include "currencies.h"
 #include "definitions.h"
 #include "locales.h"
@@ -68,13 +72,15 @@ void writePack(const char* outputFolder)
     folder.write("localelists.xml", datapack::localeLists(locales));
     folder.write("localemapping.xml", datapack::localeMapping(rules));
     folder.write("currencies.xml", datapack::currencyFile(locales, currencies));
+    folder.write("charactersets.xml", datapack::characterSetsFile());
+    folder.write("charactersetlists.xml", datapack::characterSetLists(locales));
     const size_t messages = writeMessages(folder, locales, currencies);
     folder.write("config.xml", datapack::packConfiguration());
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     std::cout << "locales " << locales.size() << "\nrules " << rules.size() << "\ncurrencies "
-              << locales.size() + currencies.size() << "\nmessages " << messages << "\nlanguages "
-              << datapack::messageLanguages().size() << "\nseconds " << std::fixed << std::setprecision(2)
-              << seconds.count() << "\n";
+              << locales.size() + currencies.size() << "\ncharactersets " << datapack::characterSets().size()
+              << "\nmessages " << messages << "\nlanguages " << datapack::messageLanguages().size() << "\nseconds "
+              << std::fixed << std::setprecision(2) << seconds.count() << "\n";
 }
 
 }  // namespace
