@@ -129,7 +129,8 @@ Message& Message::insert(unsigned number, Message value) &
     if (findInsert(number) != nullptr) {
         replaceInsert(number, std::move(value));
     } else {
-        m_hNode = makeHandle<const Node>(m_hNode, number, std::move(value));
+        // Nothing is moved from before the memory is there.
+        m_hNode = makeHandle<const Node>(std::move(m_hNode), number, std::move(value));
     }
     return *this;
 }
