@@ -1,15 +1,23 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
+#include <cstdint>
+
+#include "pagedtable.h"
 
 /// Marks functions that may use AVX2. They are called only where hasAvx2() says so; each has a twin without it.
 #define VEL_AVX2 [[gnu::target("avx2,popcnt")]]
 
 namespace vel::transcoding_details {
 
+/// Cleared by tests, which try the other loops on a machine that has AVX2.
+extern std::atomic<bool> g_isAvx2Allowed;
+
 inline bool hasAvx2() noexcept
 {
-    return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("popcnt") != 0;
+    return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("popcnt") != 0 &&
+           g_isAvx2Allowed.load(std::memory_order_relaxed);
 }
 
 /// Characters that a block of these functions takes.
@@ -22,5 +30,9 @@ inline constexpr std::ptrdiff_t kUtf8BlockRoom = 3 * kAvx2Block + 16;
 VEL_AVX2 void encodeUtf8BlocksAvx2(const wchar_t*& in, const wchar_t* inEnd, char*& out, const char* outEnd) noexcept;
 VEL_AVX2 void encodeUtf16BigEndianBlocksAvx2(const wchar_t*& in, const wchar_t* inEnd, char*& out) noexcept;
 VEL_AVX2 void encodeUtf16LittleEndianBlocksAvx2(const wchar_t*& in, const wchar_t* inEnd, char*& out) noexcept;
+
+/// The same for the characters of a table of one and two bytes. `isAsciiOwn`: ASCII needs no table.
+VEL_AVX2 void encodeDoubleByteBlocksAvx2(PagedTable<std::uint16_t>::View bytes, bool isAsciiOwn, const wchar_t*& in,
+                                         const wchar_t* inEnd, char*& out, const char* outEnd) noexcept;
 
 }  // namespace vel::transcoding_details

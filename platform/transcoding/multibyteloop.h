@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "asciirun.h"
+#include "avx2.h"
 #include "pagedtable.h"
 #include "setmapping.h"
 
@@ -85,15 +86,15 @@ inline bool encodeFour(PagedTable<std::uint16_t>::View bytes, const wchar_t* in,
     if (first == 0 || second == 0 || third == 0 || fourth == 0) {
         return false;
     }
-    char* to = out;
-    storeTwo(to, first);
-    to += 2 - static_cast<int>(first < 0x100);
-    storeTwo(to, second);
-    to += 2 - static_cast<int>(second < 0x100);
-    storeTwo(to, third);
-    to += 2 - static_cast<int>(third < 0x100);
-    storeTwo(to, fourth);
-    out = to + 2 - static_cast<int>(fourth < 0x100);
+    // Where each one stands, without waiting for the one before.
+    const std::size_t afterFirst = 1 + static_cast<std::size_t>(first > 0xFF);
+    const std::size_t afterSecond = afterFirst + 1 + static_cast<std::size_t>(second > 0xFF);
+    const std::size_t afterThird = afterSecond + 1 + static_cast<std::size_t>(third > 0xFF);
+    storeTwo(out, first);
+    storeTwo(out + afterFirst, second);
+    storeTwo(out + afterSecond, third);
+    storeTwo(out + afterThird, fourth);
+    out += afterThird + 1 + static_cast<std::size_t>(fourth > 0xFF);
     return true;
 }
 
@@ -135,9 +136,14 @@ template <typename Rare>
 EncodeRun encodeMultiByte(const MultiByteTables& tables, const wchar_t* in, const wchar_t* inEnd, char* out,
                           char* outEnd, const Rare& rare) noexcept
 {
-    constexpr std::ptrdiff_t kSinglesAtOnce = 4;
+    constexpr std::ptrdiff_t kSinglesAtOnce = 8;
+    const bool isVectorised = hasAvx2();
     for (;;) {
-        encodeBlocks(tables, in, inEnd, out, outEnd);
+        if (isVectorised) {
+            encodeDoubleByteBlocksAvx2(tables.m_tBytes.view(), tables.m_bAscii, in, inEnd, out, outEnd);
+        } else {
+            encodeBlocks(tables, in, inEnd, out, outEnd);
+        }
         const wchar_t* singlesEnd = inEnd - in < kSinglesAtOnce ? inEnd : in + kSinglesAtOnce;
         for (; in < singlesEnd; ++in) {
             const std::uint32_t code = codeOf(*in);

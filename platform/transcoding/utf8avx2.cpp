@@ -1,9 +1,8 @@
-#include <immintrin.h>
-
 #include <array>
 #include <cstdint>
 
 #include "avx2.h"
+#include "closedwords.h"
 
 // Characters become lanes with their bytes in the low places, and a shuffle that a table knows closes the gaps between
 // them.
@@ -11,30 +10,6 @@
 namespace vel::transcoding_details {
 
 namespace {
-
-using Shuffle = std::array<std::uint8_t, 16>;
-
-/// A place that a shuffle fills with zero; it is overwritten by what follows.
-constexpr std::uint8_t kNothing = 0x80;
-
-/// For eight lanes of two bytes, of which those whose bit is set in the index count both, the upper one first.
-constexpr std::array<Shuffle, 256> twoByteShuffles()
-{
-    std::array<Shuffle, 256> result{};
-    for (unsigned index = 0; index < 256; ++index) {
-        unsigned place = 0;
-        for (unsigned lane = 0; lane < 8; ++lane) {
-            if ((index >> lane & 1) != 0) {
-                result[index][place++] = static_cast<std::uint8_t>(2 * lane + 1);
-            }
-            result[index][place++] = static_cast<std::uint8_t>(2 * lane);
-        }
-        for (; place < 16; ++place) {
-            result[index][place] = kNothing;
-        }
-    }
-    return result;
-}
 
 /// For four lanes of up to three bytes: the low half of the index has a bit for each lane of two or more, the high half
 /// for each of three.
@@ -56,60 +31,22 @@ constexpr std::array<Shuffle, 256> threeByteShuffles()
     return result;
 }
 
-alignas(64) constexpr std::array<Shuffle, 256> kTwoByteShuffles = twoByteShuffles();
 alignas(64) constexpr std::array<Shuffle, 256> kThreeByteShuffles = threeByteShuffles();
-
-VEL_AVX2 inline void store(char* out, __m128i bytes) noexcept
-{
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), bytes);
-}
-
-VEL_AVX2 inline __m128i shuffled(__m128i lanes, const Shuffle& shuffle) noexcept
-{
-    return _mm_shuffle_epi8(lanes, _mm_load_si128(reinterpret_cast<const __m128i*>(shuffle.data())));
-}
-
-VEL_AVX2 inline __m256i loadEight(const wchar_t* in) noexcept
-{
-    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(in));
-}
-
-/// Sixteen characters below U+10000 as words.
-VEL_AVX2 inline __m256i wordsOf(__m256i first, __m256i second) noexcept
-{
-    // Packing works on halves: put the quarters back into their order.
-    return _mm256_permute4x64_epi64(_mm256_packus_epi32(first, second), 0xD8);
-}
-
-VEL_AVX2 inline bool isBelow(__m256i any, int limit) noexcept
-{
-    return _mm256_testz_si256(any, _mm256_set1_epi32(-limit)) != 0;
-}
-
-/// Sixteen characters of ASCII.
-VEL_AVX2 inline char* writeAscii(__m256i first, __m256i second, char* out) noexcept
-{
-    const __m256i words = wordsOf(first, second);
-    store(out, _mm_packus_epi16(_mm256_castsi256_si128(words), _mm256_extracti128_si256(words, 1)));
-    return out + 16;
-}
 
 /// Sixteen characters below U+0800.
 VEL_AVX2 inline char* writeUpToTwoBytes(__m256i first, __m256i second, char* out) noexcept
 {
     const __m256i words = wordsOf(first, second);
-    const __m256i upper = _mm256_and_si256(_mm256_slli_epi16(words, 2), _mm256_set1_epi16(0x1F00));
-    const __m256i lower = _mm256_and_si256(words, _mm256_set1_epi16(0x3F));
+    const __m256i lower = _mm256_srli_epi16(words, 6);
+    const __m256i upper = _mm256_slli_epi16(_mm256_and_si256(words, _mm256_set1_epi16(0x3F)), 8);
     const __m256i marked =
-        _mm256_or_si256(_mm256_or_si256(upper, lower), _mm256_set1_epi16(static_cast<short>(0xC080)));
+        _mm256_or_si256(_mm256_or_si256(upper, lower), _mm256_set1_epi16(static_cast<short>(0x80C0)));
     const __m256i isTwo = _mm256_cmpgt_epi16(words, _mm256_set1_epi16(0x7F));
     const __m256i lanes = _mm256_blendv_epi8(words, marked, isTwo);
     const unsigned mask = static_cast<unsigned>(
         _mm_movemask_epi8(_mm_packs_epi16(_mm256_castsi256_si128(isTwo), _mm256_extracti128_si256(isTwo, 1))));
-    store(out, shuffled(_mm256_castsi256_si128(lanes), kTwoByteShuffles[mask & 0xFF]));
-    out += 8 + __builtin_popcount(mask & 0xFF);
-    store(out, shuffled(_mm256_extracti128_si256(lanes, 1), kTwoByteShuffles[mask >> 8]));
-    return out + 8 + __builtin_popcount(mask >> 8);
+    out = storeClosed(_mm256_castsi256_si128(lanes), mask & 0xFF, out);
+    return storeClosed(_mm256_extracti128_si256(lanes, 1), mask >> 8, out);
 }
 
 /// Eight characters below U+10000.

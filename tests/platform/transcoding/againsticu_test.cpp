@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "icureference.h"
-#include "vel/transcoding/universaltranscoding.h"
+#include "loops.h"
 
 // Every character of every set, and every short sequence of bytes, beside ICU's converter.
 
@@ -15,11 +15,6 @@ using vel::String;
 using vel::UniversalTranscoding;
 
 constexpr std::uint32_t kCodes = 0x110000;
-
-UniversalTranscoding transcodingOf(const std::string& name)
-{
-    return UniversalTranscoding(vel::stringFromUtf8(name).value());
-}
 
 bool isSurrogate(std::uint32_t code)
 {
