@@ -14,12 +14,14 @@ namespace bench {
 /// The files that the rows read.
 struct Data
 {
-    std::string m_sDefinitions;  ///< the pack's localedefinitions.xml
-    std::string m_sLists;        ///< its localelists.xml
-    std::string m_sMapping;      ///< its localemapping.xml
-    std::string m_sCurrencies;   ///< its currencies.xml
-    std::string m_sMessages;     ///< its folder of messages, with one below it for each language
-    std::string m_sHeaders;      ///< Accept-Language headers, one a line
+    std::string m_sDefinitions;        ///< the pack's localedefinitions.xml
+    std::string m_sLists;              ///< its localelists.xml
+    std::string m_sMapping;            ///< its localemapping.xml
+    std::string m_sCurrencies;         ///< its currencies.xml
+    std::string m_sCharacterSets;      ///< its charactersets.xml
+    std::string m_sCharacterSetLists;  ///< its charactersetlists.xml
+    std::string m_sMessages;           ///< its folder of messages, with one below it for each language
+    std::string m_sHeaders;            ///< Accept-Language headers, one a line
 
     vel::String definitions() const;
     vel::String mapping() const;
@@ -37,6 +39,7 @@ void addCatalogueRows(std::vector<Situation>& rows, const Data& data);
 void addMappingRows(std::vector<Situation>& rows, const Data& data);
 void addLocaleRows(std::vector<Situation>& rows);
 void addCurrencyRows(std::vector<Situation>& rows, const Data& data);
+void addCharacterSetRows(std::vector<Situation>& rows, const Data& data);
 void addDateRows(std::vector<Situation>& rows, const Data& data);
 void addTranscodingRows(std::vector<Situation>& rows);
 void addStartupRows(std::vector<Situation>& rows);

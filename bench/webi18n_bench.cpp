@@ -50,6 +50,8 @@ std::vector<bench::Situation> allRows(const Arguments& arguments)
                            arguments.m_sData + "/localelists.xml",
                            arguments.m_sData + "/localemapping.xml",
                            arguments.m_sData + "/currencies.xml",
+                           arguments.m_sData + "/charactersets.xml",
+                           arguments.m_sData + "/charactersetlists.xml",
                            arguments.m_sData + "/messages",
                            arguments.m_sHeaders};
     std::vector<bench::Situation> rows;
@@ -57,6 +59,7 @@ std::vector<bench::Situation> allRows(const Arguments& arguments)
     bench::addMappingRows(rows, data);
     bench::addLocaleRows(rows);
     bench::addCurrencyRows(rows, data);
+    bench::addCharacterSetRows(rows, data);
     bench::addDateRows(rows, data);
     bench::addTranscodingRows(rows);
     bench::addStartupRows(rows);

@@ -50,6 +50,15 @@ CharacterSetList::const_definition_iterator CharacterSetList::findEntryByDefinit
     });
 }
 
+CharacterSetList::const_definition_iterator CharacterSetList::findEntryLike(
+    const CharacterSetDefinition& rDefinition) const
+{
+    return std::find_if(m_tLabelCharsetMap.begin(), m_tLabelCharsetMap.end(), [&](const auto& entry) {
+        return entry.second.get() == &rDefinition ||
+               isSameLabel(entry.second->getDefinitionLabel(), rDefinition.getDefinitionLabel());
+    });
+}
+
 Handle<const CharacterSetDefinition> CharacterSetList::findDefinitionByDefinitionLabel(
     const String& sCharacterSetDefinitionLabel, String& sEncodingLabel) const
 {

@@ -138,7 +138,7 @@ Handle<CharacterSet> CharacterSetResolver::getPreferredCharacterSet(const Charac
     CharacterSetList::const_definition_iterator sdfi = rSupportedList.definitions_end();
     for (auto preferred = rPreferredList.definitions_begin();
          preferred != rPreferredList.definitions_end() && sdfi == rSupportedList.definitions_end(); ++preferred) {
-        sdfi = rSupportedList.findEntryByDefinitionLabel(preferred->second->getDefinitionLabel());
+        sdfi = rSupportedList.findEntryLike(*preferred->second);
     }
     if (sdfi == rSupportedList.definitions_end()) {
         // Nothing in common: the server's own first choice, not the client's.

@@ -64,6 +64,8 @@ private:
     friend class CharacterSetResolver;  // chooses between lists without copying labels
 
     const_definition_iterator findEntryByDefinitionLabel(const String& sCharacterSetDefinitionLabel) const;
+    /// The first entry whose definition has the same label as the given one, which it often is itself.
+    const_definition_iterator findEntryLike(const CharacterSetDefinition& rDefinition) const;
 
     DefinitionList m_tLabelCharsetMap;
     bool m_bMinimized = false;
