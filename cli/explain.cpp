@@ -1,3 +1,4 @@
+#include "answers/mappinganswer.h"
 #include "subcommand.h"
 #include "text.h"
 #include "textargument.h"
@@ -6,24 +7,10 @@ namespace cli {
 
 namespace {
 
-Json describe(const vel::LocaleMappingRule& rule)
-{
-    Json json;
-    json["index"] = rule.m_nIndex;
-    json["matches"] = utf8Text(rule.m_sMatches);
-    json["definition"] = utf8Text(rule.m_sDefinition);
-    return json;
-}
-
 std::string describeForPeople(const vel::LocaleMappingRule& rule)
 {
     const std::string target = rule.m_sDefinition.isEmpty() ? "(nothing)" : visibleText(rule.m_sDefinition);
     return std::to_string(rule.m_nIndex) + " " + quotedText(rule.m_sMatches) + " -> " + target;
-}
-
-const char* reasonOf(const vel::LocaleMappingRule& skipped)
-{
-    return skipped.m_sDefinition.isEmpty() ? "no target" : "not allowed";
 }
 
 class Explain final : public Subcommand
@@ -49,22 +36,14 @@ public:
 private:
     static void answer(const vel::String& header, const vel::LocaleMappingExplanation& why, Output& output)
     {
-        Json json;
-        json["input"] = utf8Text(header);
-        json["language"] = utf8Text(why.m_sLanguage);
-        json["locale"] = utf8Text(why.m_tLocale.definitionName());
-        json["rule"] = why.m_tRule ? describe(*why.m_tRule) : Json();
-        json["skipped"] = Json::array();
         Facts facts = {{"input", visibleText(header)},
                        {"language", visibleText(why.m_sLanguage)},
                        {"locale", visibleText(why.m_tLocale.definitionName())},
                        {"rule", why.m_tRule ? describeForPeople(*why.m_tRule) : "none (the built-in locale)"}};
         for (const vel::LocaleMappingRule& skipped : why.m_tSkipped) {
-            json["skipped"].push_back(describe(skipped));
-            json["skipped"].back()["reason"] = reasonOf(skipped);
-            facts.emplace_back("skipped", describeForPeople(skipped) + " (" + reasonOf(skipped) + ")");
+            facts.emplace_back("skipped", describeForPeople(skipped) + " (" + answers::reasonOf(skipped) + ")");
         }
-        output.answer(json, facts);
+        output.answer(answers::describeMapping(header, why), facts);
     }
 
     TextArgument m_tHeader;

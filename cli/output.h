@@ -1,15 +1,15 @@
 #pragma once
 
-#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "answers/json.h"
+
 namespace cli {
 
-/// Keys stand in the order in which they were added.
-using Json = nlohmann::ordered_json;
+using answers::Json;
 
 /// An answer for people: names and values, in order.
 using Facts = std::vector<std::pair<std::string, std::string>>;

@@ -1,3 +1,4 @@
+#include "answers/dateanswer.h"
 #include "datefields.h"
 #include "subcommand.h"
 #include "text.h"
@@ -31,7 +32,7 @@ public:
             json["text"] = utf8Text(text);
             json["type"] = nameOf(type);
             if (type != ParseDateTime::kInvalid) {
-                addDateTime(value, json);
+                answers::addDateTime(value, json);
             }
             answerWithFacts(json, output);
             return type != ParseDateTime::kInvalid;

@@ -4,12 +4,12 @@
 #include <string_view>
 #include <vector>
 
+#include "answers/useroverrides.h"
 #include "webi18n/locale.h"
 
 namespace cli {
 
-/// The names of the overrides, separated by ", ".
-std::string userOverrideNames();
+using answers::userOverrideNames;
 
 /// Applies KEY=VALUE settings, the last of a key counts. Throws UsageError, which says what is accepted.
 ///

@@ -17,7 +17,8 @@ platform/nls         core transcoding nls
 include/webi18n      core log xml messages config transcoding nls webi18n
 webi18n              core log xml messages config transcoding nls webi18n
 datapack             core log xml messages config transcoding nls webi18n
-cli                  core log xml messages config transcoding nls webi18n
+answers              core log xml messages config transcoding nls webi18n answers
+cli                  core log xml messages config transcoding nls webi18n answers
 examples             core log xml messages config transcoding nls webi18n
 bench                core log xml messages config transcoding nls webi18n
 fuzz                 core log xml messages config transcoding nls webi18n
@@ -31,7 +32,7 @@ expat\.h             platform/xml bench
 unicode/.*           platform/transcoding platform/nls datapack bench fuzz tests
 libxml/.*            bench
 CLI/.*               cli
-nlohmann/.*          cli tests/cli
+nlohmann/.*          answers tests/cli
 gtest/.*             tests
 gmock/.*             tests
 locale\.h            tests
@@ -78,6 +79,7 @@ checkOwn() {
     case "$header" in
         vel/*) layer="${header#vel/}" && layer="${layer%%/*}" ;;
         webi18n/*) layer=webi18n ;;
+        answers/*) layer=answers ;;
         *)
             # A header of the folder itself, of the folder above when it is a part of it, or of the tests' common ones.
             [[ -f "$(dirname "$file")/$header" || -f "${file%%/*}/$header" ]] && return
@@ -92,7 +94,7 @@ checkOwn() {
 
 # Tests of internals may include a folder's private headers; prints where such a header stands.
 ownSource() {
-    find platform webi18n datapack cli -name "$(basename "$1")" -print -quit 2>/dev/null
+    find platform webi18n datapack answers cli -name "$(basename "$1")" -print -quit 2>/dev/null
 }
 
 checkFile() {
