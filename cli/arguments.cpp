@@ -63,7 +63,7 @@ Added addSubcommands(CLI::App& app)
 {
     Added added;
     for (const auto add : {&addExplain, &addLocales, &addLocale, &addLanguages, &addDataFormat, &addParse, &addParseXml,
-                           &addCurrencies, &addCurrency, &addCheck}) {
+                           &addCurrencies, &addCurrency, &addSort, &addKeys, &addCompare, &addJava, &addCheck}) {
         std::unique_ptr<Subcommand> subcommand = add(app);
         CLI::App* sub = app.get_subcommands({}).back();
         sub->fallthrough();

@@ -16,13 +16,18 @@ constexpr std::size_t kReadBytes = std::size_t{64} << 10;
 
 }  // namespace
 
-LineReader::LineReader(std::function<void()> beforeWaiting) : m_tBeforeWaiting(std::move(beforeWaiting))
+LineReader::LineReader(std::function<void()> beforeWaiting)
+    : LineReader(std::move(beforeWaiting), STDIN_FILENO, "standard input", '\n')
+{}
+
+LineReader::LineReader(std::function<void()> beforeWaiting, int file, std::string name, char separator)
+    : m_tBeforeWaiting(std::move(beforeWaiting)), m_hFile(file), m_sName(std::move(name)), m_cSeparator(separator)
 {}
 
 bool LineReader::next(std::string& line)
 {
     for (;;) {
-        if (const std::size_t end = m_sBuffer.find('\n', m_nScanned); end != std::string::npos) {
+        if (const std::size_t end = m_sBuffer.find(m_cSeparator, m_nScanned); end != std::string::npos) {
             take(line, end - m_nStart, end + 1);
             return true;
         }
@@ -55,12 +60,12 @@ bool LineReader::readMore()
     m_sBuffer.resize(held + kReadBytes);
     ssize_t count = 0;
     do {
-        count = ::read(STDIN_FILENO, m_sBuffer.data() + held, kReadBytes);
+        count = ::read(m_hFile, m_sBuffer.data() + held, kReadBytes);
     } while (count < 0 && errno == EINTR);
     const int fault = errno;
     m_sBuffer.resize(held + (count > 0 ? static_cast<std::size_t>(count) : 0));
     if (count < 0) {
-        throw DataError(std::string("standard input cannot be read: ") + std::strerror(fault));
+        throw DataError(m_sName + " cannot be read: " + std::strerror(fault));
     }
     return count > 0;
 }

@@ -6,13 +6,16 @@
 
 namespace cli {
 
-/// Standard input, line by line. A line ends with a line feed, which is not part of it; a carriage return is. The last
-/// line counts without a line feed too, unless it is empty. Lines of any length and with any bytes.
+/// Standard input or a file, line by line. A line ends with a line feed, or with another separator, which is not part
+/// of it; a carriage return is. The last line counts without a separator too, unless it is empty. Lines of any length
+/// and with any bytes.
 class LineReader
 {
 public:
     /// `beforeWaiting` is called before each time that reading may have to wait.
     explicit LineReader(std::function<void()> beforeWaiting);
+    /// Reads an open file, which stays open. `name` is what faults call it.
+    LineReader(std::function<void()> beforeWaiting, int file, std::string name, char separator);
 
     /// Reads the next line; false at the end. Throws DataError when reading fails.
     bool next(std::string& line);
@@ -24,9 +27,12 @@ private:
     void take(std::string& line, std::size_t length, std::size_t end);
 
     std::function<void()> m_tBeforeWaiting;
+    int m_hFile;
+    std::string m_sName;
+    char m_cSeparator;
     std::string m_sBuffer;
     std::size_t m_nStart = 0;    // of the next line
-    std::size_t m_nScanned = 0;  // no line feed between m_nStart and here
+    std::size_t m_nScanned = 0;  // no separator between m_nStart and here
     std::size_t m_nCount = 0;
 };
 

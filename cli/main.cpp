@@ -50,6 +50,8 @@ ExitCode runReporting(int count, char** arguments) noexcept
         complain("error", "out of memory");
     } catch (const std::exception& error) {
         complain("error", error.what());
+    } catch (const wchar_t*) {  // how the language service's wrapper fails
+        complain("error", "the language service cannot be started");
     }
     return kExitData;
 }

@@ -46,6 +46,9 @@ void Output::endLine()
 void Output::text(std::string_view text)
 {
     m_sBuffer += text;
+    if (m_sBuffer.size() >= kBufferBytes) {
+        flush();
+    }
 }
 
 void Output::flush()

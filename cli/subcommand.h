@@ -32,6 +32,10 @@ std::unique_ptr<Subcommand> addParse(CLI::App& app);
 std::unique_ptr<Subcommand> addParseXml(CLI::App& app);
 std::unique_ptr<Subcommand> addCurrencies(CLI::App& app);
 std::unique_ptr<Subcommand> addCurrency(CLI::App& app);
+std::unique_ptr<Subcommand> addSort(CLI::App& app);
+std::unique_ptr<Subcommand> addKeys(CLI::App& app);
+std::unique_ptr<Subcommand> addCompare(CLI::App& app);
+std::unique_ptr<Subcommand> addJava(CLI::App& app);
 std::unique_ptr<Subcommand> addCheck(CLI::App& app);
 
 }  // namespace cli

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "sorting/keymaker.h"
+#include "vel/core/stringpool.h"
+
+namespace cli {
+
+/// A line and its key, neither of which it owns.
+struct KeyedLine
+{
+    std::uint64_t m_nPrefix;  ///< the key's first eight bytes as a big-endian number, zeros behind a shorter one
+    std::string_view m_sKey;
+    std::string_view m_sText;
+};
+
+KeyedLine makeKeyedLine(std::string_view key, std::string_view text) noexcept;
+
+/// Negative, zero or positive, by the keys. Most pairs differ in their prefixes; keys hold no zero byte, so prefixes
+/// compare as the keys do.
+inline int compareLines(const KeyedLine& a, const KeyedLine& b) noexcept
+{
+    if (a.m_nPrefix != b.m_nPrefix) {
+        return a.m_nPrefix < b.m_nPrefix ? -1 : 1;
+    }
+    return a.m_sKey.compare(b.m_sKey);
+}
+
+/// Lines in the order of their keys, and of the input where keys are equal. Filled and sorted by one thread.
+class KeyedLines
+{
+public:
+    /// Where a line begins that is no UTF-8, and the fault's offset in it.
+    struct Fault
+    {
+        const char* m_pLine;
+        std::size_t m_nOffset;
+    };
+
+    /// Makes the keys of the lines in `text`, each of which ends with the separator, and sorts. The lines refer to
+    /// `text`.
+    void fill(std::string_view text, char separator, KeyMaker& maker);
+    const std::optional<Fault>& fault() const noexcept { return m_tFault; }
+    const std::vector<KeyedLine>& lines() const noexcept { return m_tLines; }
+
+private:
+    void sort();
+
+    vel::NarrowStringPool m_tPool{std::size_t{1} << 20};
+    std::vector<KeyedLine> m_tLines;
+    std::optional<Fault> m_tFault;
+};
+
+}  // namespace cli
