@@ -99,7 +99,8 @@ std::optional<SortName> resolveSortName(std::string_view name)
         return std::nullopt;
     }
     std::string order = orderOf(collator.get());
-    return SortName{std::move(canonical), std::move(order), std::move(collator)};
+    std::string locale = ucol_getLocaleByType(collator.get(), ULOC_ACTUAL_LOCALE, &status);
+    return SortName{std::move(canonical), std::move(order), std::move(locale), std::move(collator)};
 }
 
 }  // namespace vel::nls

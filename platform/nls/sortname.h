@@ -15,6 +15,8 @@ struct SortName
     std::string m_sCanonical;
     /// Equal for the names that have the same order.
     std::string m_sOrder;
+    /// ICU's name of the locale whose order it is.
+    std::string m_sLocale;
     CollatorPtr m_pCollator;
 };
 

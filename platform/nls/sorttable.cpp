@@ -6,12 +6,16 @@
 #include "icuengine.h"
 #include "sharedplaces.h"
 #include "sortname.h"
+#include "tablebuilder.h"
+#include "tableengine.h"
 
 namespace vel::nls {
 
 namespace {
 
 constexpr std::string_view kBinary = "binary";
+/// Counts the changes of what a table writes for a text.
+constexpr int kFormatVersion = 1;
 
 using TablePlaces = SharedPlaces<SortTable>;
 using EnginePlaces = SharedPlaces<SortEngine>;
@@ -36,7 +40,12 @@ private:
 
 std::unique_ptr<const SortEngine> buildEngine(const SortName& name)
 {
-    return std::make_unique<IcuEngine>(name.m_pCollator.get());
+    const UCollator* collator = name.m_pCollator.get();
+    if (ElementRules(collator).hasCaseLevel()) {
+        return std::make_unique<IcuEngine>(collator);
+    }
+    return std::make_unique<TableEngine>(buildSortData(collator, name.m_sLocale),
+                                         collationVersion(collator) + "/" + std::to_string(kFormatVersion));
 }
 
 std::shared_ptr<const SortEngine> sharedEngine(const SortName& name)

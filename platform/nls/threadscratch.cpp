@@ -87,7 +87,9 @@ ThreadScratch::ThreadScratch(std::size_t size)
 
 ThreadScratch::~ThreadScratch()
 {
-    t_blocks.give({m_pBlock, m_nSize});
+    if (m_pBlock != nullptr) {
+        t_blocks.give({m_pBlock, m_nSize});
+    }
 }
 
 void ThreadScratch::swap(ThreadScratch& other) noexcept

@@ -9,6 +9,8 @@ namespace vel::nls {
 class ThreadScratch
 {
 public:
+    /// No block.
+    ThreadScratch() = default;
     /// At least `size` bytes, aligned for every type. Throws std::bad_alloc.
     explicit ThreadScratch(std::size_t size);
     ~ThreadScratch();
@@ -26,8 +28,8 @@ public:
     }
 
 private:
-    unsigned char* m_pBlock;
-    std::size_t m_nSize;
+    unsigned char* m_pBlock = nullptr;
+    std::size_t m_nSize = 0;
 };
 
 }  // namespace vel::nls

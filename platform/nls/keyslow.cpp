@@ -1,0 +1,66 @@
+// The part of KeyWriter that has ICU read what the table cannot.
+
+#include <algorithm>
+#include <vector>
+
+#include "keywriter.h"
+#include "sorttext.h"
+
+namespace vel::nls {
+
+/// Where what begins at `i` surely has ended: so many plain characters in a row are part of no sequence together. Then
+/// nothing before that place changes what follows.
+std::size_t KeyWriter::cutAfter(std::size_t i) const noexcept
+{
+    std::size_t plain = 0;
+    std::size_t width = characterAt(i).m_nWidth;
+    for (i += width; i < m_nUnits; i += width) {
+        const Character c = characterAt(i);
+        width = c.m_nWidth;
+        if (!entry::isPlain(c.m_nEntry)) {
+            plain = 0;
+        } else if (++plain > m_rData.m_nCutRun) {
+            return i;
+        }
+    }
+    return m_nUnits;
+}
+
+/// Has ICU read from `i` up to the next cut. It also gets what stands between the last cut and `i`, for prefixes.
+std::size_t KeyWriter::slow(std::size_t i)
+{
+    const std::size_t end = cutAfter(i);
+    const std::size_t before =
+        entry::isKind(characterAt(i).m_nEntry, kPrefixKind) || entry::isKind(characterAt(i).m_nEntry, kSlowKind)
+            ? m_nLastCut - std::min(m_nLastCut, m_rData.m_nCutRun)
+            : i;
+    const ThreadScratch text(2 * (end - before) + 2);
+    const std::size_t length = decodeBigEndian(m_pText + 2 * before, 2 * (end - before), text.as<char16_t>());
+    addSlow(text.as<char16_t>(), length, i - before);
+    m_nSlowUnits += end - i;
+    m_nLastCut = end;
+    return end;
+}
+
+/// The elements of `text` from the unit `skip` on, where a sequence begins.
+void KeyWriter::addSlow(const char16_t* text, std::size_t length, std::size_t skip)
+{
+    std::vector<std::uint8_t> quaternaries;
+    if (m_tLevels.hasQuaternary()) {
+        quaternaries = readQuaternaries(m_rData.m_pUnshifted.get(), text, length);
+    }
+    std::size_t number = 0;
+    const ElementPool::Loan loan(m_rData.m_tPool, text, length);
+    ElementReader reader(loan.get());
+    for (RawElement raw; reader.next(raw);) {
+        Element element = m_rData.m_tRules.apply(raw);
+        if (element.m_nTertiary != 0 && number < quaternaries.size()) {
+            element.m_nQuaternary = quaternaries[number++];
+        }
+        if (static_cast<std::size_t>(reader.end()) > skip) {
+            addElement(m_rData.encode(element));
+        }
+    }
+}
+
+}  // namespace vel::nls

@@ -1,0 +1,178 @@
+#include "primarycodes.h"
+
+#include <algorithm>
+#include <bit>
+#include <numeric>
+
+namespace vel::nls {
+
+namespace {
+
+constexpr std::size_t kFirstLead = 0x03;
+constexpr std::size_t kLeads = 0xFF - kFirstLead;
+/// Bytes behind a lead: all but 00.
+constexpr std::size_t kTrails = 255;
+/// Bytes behind FF: 02 begins what is not known.
+constexpr std::size_t kBehind = 0xFF - 0x03;
+/// Gaps of more weights than this do not do without leads.
+constexpr std::size_t kMostBehind = 1500;
+
+constexpr std::size_t roundUp(std::size_t count, std::size_t unit)
+{
+    return (count + unit - 1) / unit;
+}
+
+}  // namespace
+
+PrimaryCodes::PrimaryCodes(std::vector<RankedPrimary> primaries) : m_tRanked(std::move(primaries))
+{
+    m_tWeights.reserve(m_tRanked.size());
+    for (const RankedPrimary& primary : m_tRanked) {
+        m_tWeights.push_back(primary.m_nWeight);
+    }
+    m_tCodes.resize(m_tRanked.size());
+    if (!allot(kHan) && !allot(kCommon)) {
+        // So many scripts at once: none is favoured.
+        for (RankedPrimary& primary : m_tRanked) {
+            primary.m_eRank = kRare;
+        }
+        allot(kCommon);
+    }
+    m_tRanked = {};
+}
+
+/// Places behind a lead: a common weight takes one, a run of rare ones shares as many as it needs.
+std::size_t PrimaryCodes::leadsOf(std::size_t begin, std::size_t end, PrimaryRank lastCommon) const
+{
+    std::size_t places = 0;
+    std::size_t run = 0;
+    for (std::size_t i = begin; i < end; ++i) {
+        if (m_tRanked[i].m_eRank > lastCommon) {
+            ++run;
+        } else {
+            places += roundUp(run, kTrails) + 1;
+            run = 0;
+        }
+    }
+    return roundUp(places + roundUp(run, kTrails), kTrails);
+}
+
+std::vector<PrimaryCodes::Gap> PrimaryCodes::findGaps(PrimaryRank lastCommon) const
+{
+    std::vector<Gap> gaps;
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i <= m_tRanked.size(); ++i) {
+        if (i == m_tRanked.size() || m_tRanked[i].m_eRank == kHot) {
+            if (i > begin) {
+                gaps.push_back({begin, i, leadsOf(begin, i, lastCommon)});
+            }
+            begin = i + 1;
+        }
+    }
+    return gaps;
+}
+
+/// Gives lead bytes to the gaps, the largest first, and codes to all weights. False when the leads are too few.
+bool PrimaryCodes::allot(PrimaryRank lastCommon)
+{
+    std::vector<Gap> gaps = findGaps(lastCommon);
+    std::vector<std::size_t> order(gaps.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t left, std::size_t right) {
+        // What stands before all hot ones has nothing to stand behind.
+        const auto sizeOf = [&](const Gap& gap) { return gap.m_nBegin == 0 ? SIZE_MAX : gap.m_nEnd - gap.m_nBegin; };
+        return sizeOf(gaps[left]) > sizeOf(gaps[right]);
+    });
+    const auto hot = static_cast<std::size_t>(std::count_if(
+        m_tRanked.begin(), m_tRanked.end(), [](const RankedPrimary& primary) { return primary.m_eRank == kHot; }));
+    if (hot > kLeads) {
+        return false;
+    }
+    std::size_t free = kLeads - hot;
+    for (const std::size_t i : order) {
+        Gap& gap = gaps[i];
+        if (gap.m_nLeads <= free) {
+            free -= gap.m_nLeads;
+        } else if (gap.m_nBegin == 0 || gap.m_nEnd - gap.m_nBegin > kMostBehind) {
+            return false;
+        } else {
+            gap.m_nLeads = 0;
+        }
+    }
+    assign(gaps, lastCommon);
+    return true;
+}
+
+void PrimaryCodes::assign(const std::vector<Gap>& gaps, PrimaryRank lastCommon)
+{
+    std::size_t lead = kFirstLead;
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < m_tRanked.size(); ++i) {
+        if (next < gaps.size() && gaps[next].m_nBegin == i) {
+            const Gap& gap = gaps[next++];
+            if (gap.m_nLeads == 0) {
+                assignBehind(gap);
+            } else {
+                assignLeads(gap, lead, lastCommon);
+                lead += gap.m_nLeads;
+            }
+            i = gap.m_nEnd - 1;
+        } else {
+            m_tCodes[i] = static_cast<std::uint32_t>(lead++);
+        }
+    }
+}
+
+void PrimaryCodes::assignLeads(const Gap& gap, std::size_t lead, PrimaryRank lastCommon)
+{
+    std::size_t place = 0;
+    std::size_t inPlace = 0;
+    for (std::size_t i = gap.m_nBegin; i < gap.m_nEnd; ++i) {
+        const bool isRare = m_tRanked[i].m_eRank > lastCommon;
+        if (inPlace > 0 && (!isRare || inPlace == kTrails)) {
+            ++place;
+            inPlace = 0;
+        }
+        const std::size_t code = (lead + place / kTrails) | ((place % kTrails + 1) << 8);
+        if (isRare) {
+            m_tCodes[i] = static_cast<std::uint32_t>(code | (++inPlace << 16));
+        } else {
+            m_tCodes[i] = static_cast<std::uint32_t>(code);
+            ++place;
+        }
+    }
+}
+
+void PrimaryCodes::assignBehind(const Gap& gap)
+{
+    const std::size_t begin = m_tCodes[gap.m_nBegin - 1] | 0xFF00U;
+    const std::size_t count = gap.m_nEnd - gap.m_nBegin;
+    for (std::size_t k = 0; k < count; ++k) {
+        const std::size_t code = count <= kBehind ? k + 3 : ((k / kTrails + 3) | ((k % kTrails + 1) << 8));
+        m_tCodes[gap.m_nBegin + k] = static_cast<std::uint32_t>(begin | (code << 16));
+    }
+}
+
+PrimaryCode PrimaryCodes::codeOf(std::uint32_t weight) const
+{
+    const auto next = std::upper_bound(m_tWeights.begin(), m_tWeights.end(), weight);
+    PrimaryCode code;
+    if (next == m_tWeights.begin()) {
+        return code;
+    }
+    const auto index = static_cast<std::size_t>(next - m_tWeights.begin() - 1);
+    for (std::uint32_t bytes = m_tCodes[index]; bytes != 0; bytes >>= 8) {
+        code.m_aBytes[code.m_nLength++] = static_cast<unsigned char>(bytes);
+    }
+    if (m_tWeights[index] != weight) {
+        code.m_aBytes[code.m_nLength++] = 0xFF;
+        code.m_aBytes[code.m_nLength++] = 0x02;
+        for (int shift = 24; shift >= 0; shift -= 8) {
+            const auto byte = static_cast<unsigned char>(weight >> shift);
+            code.m_aBytes[code.m_nLength++] = byte == 0 ? 1 : byte;
+        }
+    }
+    return code;
+}
+
+}  // namespace vel::nls

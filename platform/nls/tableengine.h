@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+
+#include "sortdata.h"
+#include "sortengine.h"
+
+namespace vel::nls {
+
+/// Keys by a table of all characters, see docs/sort-keys.md.
+class TableEngine final : public SortEngine
+{
+public:
+    TableEngine(std::unique_ptr<const SortData> data, std::string version)
+        : m_pData(std::move(data)), m_sVersion(std::move(version))
+    {}
+
+    std::size_t makeKey(const unsigned char* utf16be, std::size_t byteCount, SortStrength strength, unsigned char* out,
+                        std::size_t capacity) const override;
+    std::string version() const override { return m_sVersion; }
+    std::size_t memory() const noexcept override { return sizeof *this + m_pData->memory(); }
+
+    const SortData& data() const noexcept { return *m_pData; }
+
+private:
+    std::unique_ptr<const SortData> m_pData;
+    std::string m_sVersion;
+};
+
+}  // namespace vel::nls
