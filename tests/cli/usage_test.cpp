@@ -115,7 +115,8 @@ TEST(Usage, helpAndVersionExitWithZero)
     EXPECT_EQ(help.m_sError, "");
     for (const char* word :
          {"--data", "--config", "--set", "--definitions", "--currencies", "--mapping", "--json", "--log", "explain",
-          "locales", "locale", "languages", "data-format", "parse", "parse-xml", "currencies", "currency", "check"}) {
+          "locales", "locale", "languages", "data-format", "parse", "parse-xml", "currencies", "currency", "sort",
+          "keys", "compare", "java", "check"}) {
         EXPECT_THAT(help.m_sOut, HasSubstr(word));
     }
     EXPECT_THAT(run({"explain", "--help"}).m_sOut, HasSubstr("HEADER"));
@@ -128,7 +129,8 @@ TEST(Usage, theManualNamesEverySubcommandAndOption)
     for (const char* word :
          {"-data",  "-config",   "-set",        "-definitions", "-currencies",   "-mapping",    "-json",
           "-log",   "-user",     "-symbol",     "-locale",      "-language",     "explain",     "locales",
-          "locale", "languages", "data-format", "parse-xml",    "Cm currencies", "Cm currency", "check"}) {
+          "locale", "languages", "data-format", "parse-xml",    "Cm currencies", "Cm currency",
+          "Cm sort", "Cm keys", "Cm compare", "Cm java", "-strength", "-memory", "-verify", "-null", "-ui-language", "check"}) {
         EXPECT_THAT(manual, HasSubstr(word));
     }
 }
