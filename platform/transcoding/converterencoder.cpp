@@ -45,33 +45,18 @@ struct ConverterEncoder::Block
     std::int32_t m_nUnits = 0;
 };
 
-ConverterEncoder::ConverterEncoder(const std::string& icuName, EUnencodable policy)
-    : m_sIcuName(icuName), m_ePolicy(policy)
+ConverterEncoder::ConverterEncoder(const std::string& icuName, ConverterTraits traits, EUnencodable policy)
+    : m_sIcuName(icuName), m_tTraits(traits), m_ePolicy(policy)
 {
-    UChar reference[kReferenceCharacters.size()];
-    std::copy(kReferenceCharacters.begin(), kReferenceCharacters.end(), reference);
-    m_bReference = canEncode(reference, static_cast<std::int32_t>(kReferenceCharacters.size()));
-    m_bReplacementCharacter = canEncode(&kReplacementCharacter, 1);
     start();
 }
 
-/// Takes a new converter: resetting one leaves the state of some as it is.
+/// Takes a new converter for a text: resetting one leaves the state of some as it is.
 void ConverterEncoder::start()
 {
     m_pConverter = reopenConverter(m_sIcuName.c_str());
     UErrorCode error = U_ZERO_ERROR;
     ucnv_setFromUCallBack(m_pConverter.get(), onUnencodable, this, nullptr, nullptr, &error);
-}
-
-bool ConverterEncoder::canEncode(const UChar* units, std::int32_t length) const
-{
-    const ConverterPtr converter = reopenConverter(m_sIcuName.c_str());
-    char bytes[256];
-    char* out = bytes;
-    UErrorCode error = U_ZERO_ERROR;
-    ucnv_fromUnicode(converter.get(), &out, bytes + sizeof bytes, &units, units + length, nullptr, true, &error);
-    checkMemory(error);
-    return U_SUCCESS(error);
 }
 
 void ConverterEncoder::onUnencodable(const void* context, UConverterFromUnicodeArgs* arguments, const UChar*,
@@ -88,7 +73,8 @@ void ConverterEncoder::onUnencodable(const void* context, UConverterFromUnicodeA
 
 void ConverterEncoder::replace(UConverterFromUnicodeArgs& arguments, UChar32 code, UErrorCode& error) const
 {
-    if (m_ePolicy == kUnencodableReference && m_bReference && isScalarValue(static_cast<std::uint32_t>(code))) {
+    if (m_ePolicy == kUnencodableReference && m_tTraits.m_bReference &&
+        isScalarValue(static_cast<std::uint32_t>(code))) {
         UChar reference[kLongestReference];
         const UChar* source = reference;
         const std::int32_t length = writeReference(code, reference);
@@ -110,7 +96,7 @@ std::size_t ConverterEncoder::fill(Block& block, const wchar_t* text, std::size_
             if (m_ePolicy == kUnencodableError) {
                 break;
             }
-            block.m_aUnits[block.m_nUnits++] = m_bReplacementCharacter ? kReplacementCharacter : kIllFormed;
+            block.m_aUnits[block.m_nUnits++] = m_tTraits.m_bReplacementCharacter ? kReplacementCharacter : kIllFormed;
         } else if (code < 0x10000) {
             block.m_aUnits[block.m_nUnits++] = static_cast<UChar>(code);
         } else {
@@ -156,6 +142,9 @@ std::size_t ConverterEncoder::deliver(char* out, std::size_t capacity) noexcept
 
 TranscodingResult ConverterEncoder::encode(const wchar_t* text, std::size_t length, char* out, std::size_t capacity)
 {
+    if (m_pConverter == nullptr) {
+        start();
+    }
     TranscodingResult result;
     result.m_nWritten = deliver(out, capacity);
     while (!hasPending() && result.m_nRead < length) {
@@ -175,7 +164,7 @@ TranscodingResult ConverterEncoder::encode(const wchar_t* text, std::size_t leng
 TranscodingResult ConverterEncoder::finish(char* out, std::size_t capacity)
 {
     TranscodingResult result;
-    if (!m_bFinishing) {
+    if (!m_bFinishing && m_pConverter != nullptr) {
         feed(Block(), true);
         m_bFinishing = true;
     }
@@ -184,7 +173,7 @@ TranscodingResult ConverterEncoder::finish(char* out, std::size_t capacity)
         result.m_eStatus = kTranscodingOutputFull;
         return result;
     }
-    start();
+    m_pConverter.reset();
     m_bFinishing = false;
     return result;
 }

@@ -13,7 +13,7 @@ class ConverterEncoder
 {
 public:
     /// `icuName`: of a converter that exists.
-    ConverterEncoder(const std::string& icuName, EUnencodable policy);
+    ConverterEncoder(const std::string& icuName, ConverterTraits traits, EUnencodable policy);
     ConverterEncoder(const ConverterEncoder&) = delete;
     ConverterEncoder& operator=(const ConverterEncoder&) = delete;
 
@@ -26,7 +26,6 @@ private:
     static void onUnencodable(const void* context, UConverterFromUnicodeArgs* arguments, const UChar* units,
                               std::int32_t length, UChar32 code, UConverterCallbackReason reason, UErrorCode* error);
     void start();
-    bool canEncode(const UChar* units, std::int32_t length) const;
     void replace(UConverterFromUnicodeArgs& arguments, UChar32 code, UErrorCode& error) const;
     std::size_t fill(Block& block, const wchar_t* text, std::size_t length) const;
     bool feed(const Block& block, bool atEnd);
@@ -34,10 +33,9 @@ private:
     bool hasPending() const noexcept { return m_nDelivered < m_sPending.size(); }
 
     std::string m_sIcuName;
-    ConverterPtr m_pConverter;
+    ConverterTraits m_tTraits;
+    ConverterPtr m_pConverter;  ///< null between two texts
     EUnencodable m_ePolicy;
-    bool m_bReference = false;
-    bool m_bReplacementCharacter = false;
     bool m_bFinishing = false;
     std::string m_sPending;
     std::size_t m_nDelivered = 0;

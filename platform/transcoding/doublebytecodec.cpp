@@ -14,11 +14,19 @@ constexpr std::uint32_t kThreeByteLead = 0x8F;
 constexpr std::uint32_t kSupplementary = 0xD800;
 constexpr std::size_t kMostSupplementary = 0x800;
 
+/// The only plane beyond the Basic Multilingual Plane that sets of two bytes have characters of.
+constexpr std::uint32_t kIdeographicPlane = 0x20000;
+
 struct SupplementaryCharacter
 {
-    std::uint32_t m_nCode;
-    std::uint32_t m_nBytes;
+    std::uint16_t m_nCode;  ///< in its plane
+    std::uint16_t m_nBytes;
 };
+
+constexpr bool isIdeographic(std::uint32_t code) noexcept
+{
+    return code >> 16 == kIdeographicPlane >> 16;
+}
 
 struct DoubleByteTables
 {
@@ -26,8 +34,9 @@ struct DoubleByteTables
     PagedTable<std::uint16_t> m_tThreeBytes;  ///< the second and third byte of three, the second one lower
     DoubleByteRows m_tThreeByteRows;
     std::vector<SupplementaryCharacter> m_vEncoded;  ///< two bytes each, in rising order of the codes
-    std::vector<std::uint32_t> m_vDecoded;           ///< what the rows' places mean
+    std::vector<std::uint16_t> m_vDecoded;           ///< what the rows' places mean, in the plane
     bool m_bThreeBytes = false;
+    bool m_bHoldsAll = true;
 };
 
 class DoubleByteCodec final : public Codec
@@ -50,7 +59,7 @@ public:
             [this](const char* from, const char* end) noexcept { return decodeThreeBytes(from, end); },
             [this](std::uint32_t value) noexcept {
                 const bool isPlace = value >= kSupplementary && value < kSupplementary + kMostSupplementary;
-                return isPlace ? m_tTables.m_vDecoded[value - kSupplementary] : value;
+                return isPlace ? kIdeographicPlane + m_tTables.m_vDecoded[value - kSupplementary] : value;
             });
     }
 
@@ -58,7 +67,7 @@ public:
     {
         return sizeof *this + m_tTables.m_tCommon.bytes() + m_tTables.m_tThreeBytes.bytes() +
                m_tTables.m_tThreeByteRows.bytes() + m_tTables.m_vEncoded.capacity() * sizeof(SupplementaryCharacter) +
-               m_tTables.m_vDecoded.capacity() * sizeof(std::uint32_t);
+               m_tTables.m_vDecoded.capacity() * sizeof(std::uint16_t);
     }
 
 private:
@@ -68,10 +77,13 @@ private:
             const std::uint32_t value = m_tTables.m_tThreeBytes[code];
             return value == 0 ? ByteSequence() : ByteSequence{kThreeByteLead << 16 | value, 3};
         }
+        if (!isIdeographic(code)) {
+            return {};
+        }
         const auto place =
-            std::lower_bound(m_tTables.m_vEncoded.begin(), m_tTables.m_vEncoded.end(), code,
+            std::lower_bound(m_tTables.m_vEncoded.begin(), m_tTables.m_vEncoded.end(), code & 0xFFFF,
                              [](const SupplementaryCharacter& a, std::uint32_t b) { return a.m_nCode < b; });
-        const bool isFound = place != m_tTables.m_vEncoded.end() && place->m_nCode == code;
+        const bool isFound = place != m_tTables.m_vEncoded.end() && place->m_nCode == (code & 0xFFFF);
         return isFound ? ByteSequence{place->m_nBytes, 2} : ByteSequence();
     }
 
@@ -92,8 +104,9 @@ bool addEncoding(DoubleByteTables& tables, const EncodedCharacter& character)
 {
     const ByteSequence bytes = character.m_tBytes;
     if (character.m_nCode > 0xFFFF) {
-        tables.m_vEncoded.push_back({character.m_nCode, bytes.m_nBytes});
-        return bytes.m_nLength == 2;
+        tables.m_vEncoded.push_back(
+            {static_cast<std::uint16_t>(character.m_nCode), static_cast<std::uint16_t>(bytes.m_nBytes)});
+        return bytes.m_nLength == 2 && isIdeographic(character.m_nCode);
     }
     if (bytes.m_nLength == 3) {
         tables.m_tThreeBytes.set(character.m_nCode, static_cast<std::uint16_t>(bytes.m_nBytes));
@@ -118,7 +131,11 @@ std::uint16_t decodedValue(const SetMapping& mapping, ByteSequence bytes, Double
     if (decoded.m_nCode < 0x10000) {
         return static_cast<std::uint16_t>(decoded.m_nCode);
     }
-    tables.m_vDecoded.push_back(decoded.m_nCode);
+    if (!isIdeographic(decoded.m_nCode)) {
+        tables.m_bHoldsAll = false;
+        return kNoCharacter;
+    }
+    tables.m_vDecoded.push_back(static_cast<std::uint16_t>(decoded.m_nCode));
     return static_cast<std::uint16_t>(kSupplementary + tables.m_vDecoded.size() - 1);
 }
 
@@ -151,7 +168,7 @@ bool buildDecoding(const SetMapping& mapping, DoubleByteTables& tables)
             return decodedValue(mapping, {kThreeByteLead << 16 | second << 8 | third, 3}, tables);
         });
     }
-    return tables.m_vDecoded.size() <= kMostSupplementary;
+    return tables.m_bHoldsAll && tables.m_vDecoded.size() <= kMostSupplementary;
 }
 
 }  // namespace

@@ -1,8 +1,35 @@
 #include "icuconverter.h"
 
+#include <algorithm>
 #include <new>
 
+#include "codec.h"
+
 namespace vel::transcoding_details {
+
+namespace {
+
+bool canEncode(const char* name, std::string_view latin, UChar last)
+{
+    const ConverterPtr converter = reopenConverter(name);
+    UChar units[32];
+    UChar* end = std::copy(latin.begin(), latin.end(), units);
+    *end++ = last;
+    const UChar* source = units;
+    char bytes[256];
+    char* out = bytes;
+    UErrorCode error = U_ZERO_ERROR;
+    ucnv_fromUnicode(converter.get(), &out, bytes + sizeof bytes, &source, end, nullptr, true, &error);
+    checkMemory(error);
+    return U_SUCCESS(error);
+}
+
+}  // namespace
+
+ConverterTraits traitsOf(const char* name)
+{
+    return {canEncode(name, kReferenceCharacters, '&'), canEncode(name, {}, 0xFFFD)};
+}
 
 void checkMemory(UErrorCode error)
 {

@@ -21,6 +21,16 @@ ConverterPtr openConverter(const char* name);
 /// The same for a name that was found before: what can fail is memory, so std::bad_alloc in place of null.
 ConverterPtr reopenConverter(const char* name);
 
+/// What the bytes of replacements need of a converter.
+struct ConverterTraits
+{
+    bool m_bReference = false;             ///< has all characters of references
+    bool m_bReplacementCharacter = false;  ///< has U+FFFD
+};
+
+/// `name`: of a converter that exists. Throws std::bad_alloc.
+ConverterTraits traitsOf(const char* name);
+
 /// Throws std::bad_alloc when that is the error.
 void checkMemory(UErrorCode error);
 

@@ -8,7 +8,6 @@
 #include <optional>
 
 #include "codecs.h"
-#include "icuconverter.h"
 
 namespace vel::transcoding_details {
 
@@ -112,11 +111,12 @@ Handle<const Codec> codecOf(const std::string& icuName, UConverter& converter)
 
 }  // namespace
 
-NamedCoding::NamedCoding(String name, std::string icuName, Handle<const Codec> codec)
+NamedCoding::NamedCoding(String name, std::string icuName, Handle<const Codec> codec, ConverterTraits traits)
     : m_sName(std::move(name)),
       m_sCanonical(std::wstring(icuName.begin(), icuName.end())),
       m_sIcuName(std::move(icuName)),
-      m_hCodec(std::move(codec))
+      m_hCodec(std::move(codec)),
+      m_tTraits(traits)
 {}
 
 NamedCoding::~NamedCoding() = default;
@@ -138,7 +138,8 @@ Handle<const NamedCoding> NamedCoding::find(const String& name)
     UErrorCode error = U_ZERO_ERROR;
     std::string icuName = ucnv_getName(converter.get(), &error);
     Handle<const Codec> codec = codecOf(icuName, *converter);
-    return keepSpelling(makeHandle<const NamedCoding>(name, std::move(icuName), std::move(codec)));
+    const ConverterTraits traits = codec.isNull() ? traitsOf(icuName.c_str()) : ConverterTraits();
+    return keepSpelling(makeHandle<const NamedCoding>(name, std::move(icuName), std::move(codec), traits));
 }
 
 }  // namespace vel::transcoding_details

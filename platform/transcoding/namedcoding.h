@@ -3,6 +3,7 @@
 #include <string>
 
 #include "codec.h"
+#include "icuconverter.h"
 #include "vel/core/handle.h"
 #include "vel/core/string.h"
 
@@ -12,7 +13,7 @@ namespace vel::transcoding_details {
 class NamedCoding final : public RefCounted
 {
 public:
-    NamedCoding(String name, std::string icuName, Handle<const Codec> codec);
+    NamedCoding(String name, std::string icuName, Handle<const Codec> codec, ConverterTraits traits);
     ~NamedCoding() override;
 
     const String& name() const noexcept { return m_sName; }
@@ -20,6 +21,9 @@ public:
     const std::string& icuName() const noexcept { return m_sIcuName; }
     /// Null for a set that goes through ICU's converter.
     const Codec* codec() const noexcept { return m_hCodec.get(); }
+
+    /// For a set that goes through ICU's converter.
+    ConverterTraits converterTraits() const noexcept { return m_tTraits; }
 
     /// Finds the set of a name or alias, building its table when it is the first use of the set; null when there is
     /// none. Any thread. Throws std::bad_alloc; nothing has changed then.
@@ -32,6 +36,7 @@ private:
     String m_sCanonical;
     std::string m_sIcuName;
     Handle<const Codec> m_hCodec;
+    ConverterTraits m_tTraits;
 };
 
 }  // namespace vel::transcoding_details

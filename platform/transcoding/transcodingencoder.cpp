@@ -26,8 +26,9 @@ TranscodingResult resultOf(const EncodeRun& run, const wchar_t* text, const char
 TranscodingEncoder::TranscodingEncoder(const UniversalTranscoding& rTranscoding, EUnencodable ePolicy)
     : m_tTranscoding(rTranscoding), m_ePolicy(ePolicy)
 {
-    if (m_tTranscoding.coding().codec() == nullptr) {
-        m_pConverter = std::make_unique<ConverterEncoder>(m_tTranscoding.coding().icuName(), ePolicy);
+    const NamedCoding& coding = m_tTranscoding.coding();
+    if (coding.codec() == nullptr) {
+        m_pConverter = std::make_unique<ConverterEncoder>(coding.icuName(), coding.converterTraits(), ePolicy);
     }
 }
 
