@@ -1,12 +1,16 @@
-# What an installed webi18n consists of, beside the data pack (datapack/) and the command (cli/): the library, its public
-# headers, and the files by which CMake and pkg-config find them.
+# What an installed webi18n consists of, beside the data pack (datapack/) and the command (cli/): the library, the renderer
+# that stands on it, their public headers, and the files by which CMake and pkg-config find them.
 include(CMakePackageConfigHelpers)
 
 target_include_directories(webi18n INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 target_compile_features(webi18n INTERFACE cxx_std_20)
 
-install(TARGETS webi18n EXPORT webi18nTargets LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+foreach(library IN ITEMS webi18n webi18n-render)
+    install(TARGETS ${library} EXPORT webi18nTargets LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+endforeach()
 install(DIRECTORY include/webi18n DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY render/include/webi18n-render
+    DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
 foreach(folder IN ITEMS core log xml messages config transcoding nls)
     install(DIRECTORY platform/${folder}/include/vel
         DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
@@ -28,5 +32,7 @@ install(FILES
 # Seen from where the file stands, so that an installed tree can be moved.
 file(RELATIVE_PATH prefixFromPkgConfig
     "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}/")
-configure_file(cmake/webi18n.pc.in "${CMAKE_CURRENT_BINARY_DIR}/webi18n.pc" @ONLY)
-install(FILES "${CMAKE_CURRENT_BINARY_DIR}/webi18n.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+foreach(library IN ITEMS webi18n webi18n-render)
+    configure_file(cmake/${library}.pc.in "${CMAKE_CURRENT_BINARY_DIR}/${library}.pc" @ONLY)
+    install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${library}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+endforeach()

@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
-# Compares what the shared library exports with the reviewed list: exports.sh LIBRARY [--update]
-# A symbol that is not in exports.txt, or no longer exported, is a fault. After a deliberate change of the interface run
+# Compares what a shared library exports with its reviewed list: exports.sh LIBRARY [--update]
+# The list of libwebi18n.so is exports.txt, that of libwebi18n-NAME.so is exports-NAME.txt. A symbol that is not in it, or
+# no longer exported, is a fault. After a deliberate change of the interface run
 #     tests/architecture/exports.sh build/release/webi18n/libwebi18n.so --update
 # and read the difference of exports.txt before it is committed: every new line is a promise.
 set -euo pipefail
 
 library="$1"
-reviewed="$(dirname "${BASH_SOURCE[0]}")/exports.txt"
+name="$(basename "$library")"
+name="${name%%.so*}"
+reviewed="$(dirname "${BASH_SOURCE[0]}")/exports${name#libwebi18n}.txt"
 
 # Our own symbols, constructors' variants once. Weak and unique ones are copies of inline functions and templates that
 # every program makes for itself, no interface of ours; type names go with the type information.

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks that the shared library does not end the process, print, or touch the process's locale: imports.sh LIBRARY
+# Checks that a shared library does not end the process, print, or touch the process's locale: imports.sh LIBRARY
 set -euo pipefail
 
 library="$1"

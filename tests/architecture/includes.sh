@@ -5,7 +5,8 @@
 set -euo pipefail
 cd "$1"
 
-# Folder, then the layers whose public headers it may include. A layer is a folder of platform/, or webi18n.
+# Folder, then the layers whose public headers it may include. A layer is a folder of platform/, webi18n, or a
+# folder beside it.
 layers="
 platform/core        core
 platform/log         core log
@@ -16,13 +17,14 @@ platform/transcoding core transcoding
 platform/nls         core transcoding nls
 include/webi18n      core log xml messages config transcoding nls webi18n
 webi18n              core log xml messages config transcoding nls webi18n
+render               core messages webi18n render
 datapack             core log xml messages config transcoding nls webi18n
 answers              core log xml messages config transcoding nls webi18n answers
 cli                  core log xml messages config transcoding nls webi18n answers
-examples             core log xml messages config transcoding nls webi18n
-bench                core log xml messages config transcoding nls webi18n
-fuzz                 core log xml messages config transcoding nls webi18n
-tests                core log xml messages config transcoding nls webi18n
+examples             core log xml messages config transcoding nls webi18n render
+bench                core log xml messages config transcoding nls webi18n render
+fuzz                 core log xml messages config transcoding nls webi18n render
+tests                core log xml messages config transcoding nls webi18n render
 "
 
 # Pattern of a third-party header, then the folders that may name it. Benchmarks name it as the peer. Only tests change
@@ -70,7 +72,7 @@ checkThirdParty() {
         fi
     done <<<"$thirdParty"
     # Tests of a foreign project and public headers are included with angle brackets, as hosts do.
-    [[ $header == vel/* || $header == webi18n/* ]] && return
+    [[ $header == vel/* || $header == webi18n/* || $header == webi18n-render/* ]] && return
     [[ $header =~ ^($systemHeaders)$ || $header != *.* ]] || fault "$file: <$header> is in no list of includes.sh"
 }
 
@@ -79,6 +81,7 @@ checkOwn() {
     case "$header" in
         vel/*) layer="${header#vel/}" && layer="${layer%%/*}" ;;
         webi18n/*) layer=webi18n ;;
+        webi18n-render/*) layer=render ;;
         answers/*) layer=answers ;;
         *)
             # A header of the folder itself, of the folder above when it is a part of it, or of the tests' common ones.
@@ -105,7 +108,7 @@ checkFile() {
         case "$line" in
             *'<'*) checkThirdParty "$file" "$header" ;;&
             *'"'*) checkOwn "$file" "$header" "$allowed" ;;
-            *'<vel/'* | *'<webi18n/'*) checkOwn "$file" "$header" "$allowed" ;;
+            *'<vel/'* | *'<webi18n/'* | *'<webi18n-render/'*) checkOwn "$file" "$header" "$allowed" ;;
         esac
     done < <(grep -E '^[[:space:]]*#[[:space:]]*include' "$file" || true)
 }

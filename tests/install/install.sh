@@ -9,6 +9,7 @@ compiler="$3"
 work="$build/tests/install"
 first="$source/examples/first.cpp"
 expected="$source/examples/first.expected"
+rendered="Saturday, December 31, 2005: -1,234,567.89"
 
 rm -rf "$work/root" "$work/moved" "$work/foreign"
 cmake --install "$build" --prefix "$work/root" >/dev/null
@@ -21,6 +22,7 @@ cmake -S "$source/tests/install/foreign" -B "$work/foreign" -G Ninja -DCMAKE_CXX
     -DCMAKE_PREFIX_PATH="$prefix" -DFIRST_CPP="$first" >/dev/null
 cmake --build "$work/foreign" >/dev/null
 diff "$expected" <("$work/foreign/first" "$(cat "$work/foreign/datafolder.txt")")
+diff <(echo "$rendered") <("$work/foreign/rendered")
 
 echo "through pkg-config"
 PKG_CONFIG_PATH="$(dirname "$(find "$prefix" -name webi18n.pc)")"
@@ -30,6 +32,10 @@ library="$(pkg-config --variable=libdir webi18n)"
 "$compiler" -std=c++20 "$first" -o "$work/foreign/first-pkg-config" $(pkg-config --cflags --libs webi18n) \
     -Wl,-rpath,"$library"
 diff "$expected" <("$work/foreign/first-pkg-config" "$(pkg-config --variable=datadir webi18n)")
+# shellcheck disable=SC2046
+"$compiler" -std=c++20 "$source/tests/install/foreign/rendered.cpp" -o "$work/foreign/rendered-pkg-config" \
+    $(pkg-config --cflags --libs webi18n-render) -Wl,-rpath,"$library"
+diff <(echo "$rendered") <("$work/foreign/rendered-pkg-config")
 
 echo "the command"
 command="$prefix/bin/webi18n"
