@@ -2,7 +2,6 @@
 
 #include <cstring>
 
-#include "identicallevel.h"
 #include "sorttext.h"
 
 namespace vel::nls {
@@ -210,7 +209,7 @@ std::size_t KeyWriter::finish(const unsigned char* utf16be, std::size_t byteCoun
     m_tLevels.finish(m_nElements);
     KeyBytes identical(nullptr, 0);
     if (m_eStrength == SortStrength::kIdentical) {
-        appendIdenticalLevel(utf16be, byteCount, identical);
+        m_rData.m_pDecompositions->append(utf16be, byteCount, identical);
     }
     return put(identical);
 }

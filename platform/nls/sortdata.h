@@ -8,6 +8,7 @@
 
 #include "elementpool.h"
 #include "icuhandles.h"
+#include "identicallevel.h"
 #include "levelcodes.h"
 #include "primarycodes.h"
 #include "sortelements.h"
@@ -92,6 +93,7 @@ struct SortData
     std::optional<PrimaryCodes> m_tPrimaries;
     std::optional<LevelCodes> m_tSecondaries;
     std::optional<LevelCodes> m_tTertiaries;
+    std::shared_ptr<const Decompositions> m_pDecompositions = Decompositions::shared();
     std::vector<CodedElement> m_tElements;
     std::vector<ElementList> m_tLists;
     std::vector<Opening> m_tOpenings;

@@ -27,7 +27,8 @@ enum SpecialKind : std::uint8_t
     kStartKind = 2,      ///< what follows may belong to it: index of an opening
     kPrefixKind = 3,     ///< what stands before it may change it: index of an opening
     kSurrogateKind = 4,  ///< half of a character
-    kHangulKind = 5      ///< number of the syllable, read as its two or three letters
+    kHangulKind = 5,     ///< number of the syllable, read as its two or three letters
+    kVariableKind = 6    ///< one shifted element: index of a list of elements
 };
 
 namespace entry {

@@ -200,7 +200,9 @@ SortEntry TableBuilder::entryOf(Elements elements)
         m_pData->m_tLists.push_back(
             {static_cast<std::uint32_t>(m_pData->m_tElements.size()), static_cast<std::uint32_t>(coded.size())});
         m_pData->m_tElements.insert(m_pData->m_tElements.end(), coded.begin(), coded.end());
-        return entry::special(kElementsKind, static_cast<std::uint32_t>(m_pData->m_tLists.size() - 1));
+        const bool isVariable = coded.size() == 1 && coded[0].m_bVariable;
+        return entry::special(isVariable ? kVariableKind : kElementsKind,
+                              static_cast<std::uint32_t>(m_pData->m_tLists.size() - 1));
     }
     SortEntry e = 0;
     unsigned length = 0;
@@ -259,7 +261,7 @@ bool TableBuilder::areLettersPlain(char32_t first, char32_t last) const
     for (char32_t c = first; c <= last; ++c) {
         const SortEntry e = m_pData->m_tPages.find(c);
         if ((e & (entry::kMark | entry::kCare)) != 0 ||
-            ((e & entry::kSpecial) != 0 && entry::kind(e) != kElementsKind)) {
+            ((e & entry::kSpecial) != 0 && !entry::isKind(e, kElementsKind))) {
             return false;
         }
     }

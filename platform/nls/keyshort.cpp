@@ -1,0 +1,281 @@
+#include "keyshort.h"
+
+#include <cstring>
+
+#include "identicallevel.h"
+#include "sortcursor.h"
+
+namespace vel::nls {
+
+namespace {
+
+constexpr std::size_t kMostUnits = 256;
+constexpr unsigned char kLevelEnd = 0x02;
+/// Two bytes for each event, and those of long runs.
+constexpr std::size_t kLevelRoom = 4 * kMostUnits;
+constexpr std::size_t kLongestLowRun = 251;
+
+/// The events of one level, written as they come.
+template <unsigned char kTop>
+struct LevelEvents
+{
+    unsigned char* m_pEnd = m_aBytes;
+    std::size_t m_nNext = 0;
+    unsigned char m_aBytes[kLevelRoom];
+
+    LevelEvents() noexcept {}  // the bytes stay as they are
+
+    bool add(std::size_t number, unsigned char code) noexcept
+    {
+        std::size_t run = number - m_nNext;
+        m_nNext = number + 1;
+        unsigned char* end = m_pEnd;
+        if (code > kTop) [[likely]] {
+            for (; run > kTop - 2U; run -= kTop - 2U) {
+                *end++ = 0x03;
+            }
+            *end = static_cast<unsigned char>(kTop + 1 - run);
+            end += run != 0;
+        } else {
+            if (run > kLongestLowRun) {
+                return false;
+            }
+            *end++ = 0x01;
+            *end++ = static_cast<unsigned char>(0x03 + run);
+        }
+        *end++ = code;
+        m_pEnd = end;
+        return true;
+    }
+    std::size_t size() const noexcept { return static_cast<std::size_t>(m_pEnd - m_aBytes); }
+};
+
+/// Accents that count from the end: kept with their numbers until all are known.
+struct BackwardEvents
+{
+    struct Event
+    {
+        std::uint32_t m_nNumber;
+        unsigned char m_nCode;
+    };
+    std::size_t m_nCount = 0;
+    Event m_aEvents[kMostUnits];
+
+    BackwardEvents() noexcept {}
+
+    bool add(std::size_t number, unsigned char code) noexcept
+    {
+        m_aEvents[m_nCount++] = {static_cast<std::uint32_t>(number), code};
+        return true;
+    }
+    bool writeTo(LevelEvents<kSecondaryTop>& level, std::size_t elements) const noexcept
+    {
+        bool isWritten = true;
+        for (std::size_t i = m_nCount; i-- > 0;) {
+            isWritten = isWritten && level.add(elements - 1 - m_aEvents[i].m_nNumber, m_aEvents[i].m_nCode);
+        }
+        return isWritten;
+    }
+};
+
+unsigned char* copyLevel(unsigned char* out, const unsigned char* bytes, std::size_t size) noexcept
+{
+    // Few bytes mostly: a call would take longer.
+    for (std::size_t i = 0; i < size; ++i) {
+        out[i] = bytes[i];
+    }
+    return out + size;
+}
+
+template <unsigned kLevels, bool kBackwards>
+class ShortKey
+{
+public:
+    ShortKey(const SortData& data, BigEndianText text, unsigned char* out, std::size_t capacity) noexcept
+        : m_rData(data), m_tText(text), m_pOut(out), m_pEnd(out), m_pLimit(out + capacity)
+    {}
+
+    /// False when a character is not simple.
+    bool read() noexcept;
+    std::optional<std::size_t> put(bool isIdentical, const unsigned char* utf16be);
+
+private:
+    std::optional<std::size_t> putIdentical(std::size_t used, const unsigned char* utf16be);
+    static constexpr SortEntry kUncommon =
+        entry::kSpecial | entry::kMark | (kLevels >= 2 ? entry::kSecondary : 0) | (kLevels >= 3 ? entry::kTertiary : 0);
+
+    bool readUncommon(std::size_t i, Reading& reading) noexcept;
+    bool addEvents(SortEntry e) noexcept;
+    bool addSyllable(std::uint32_t number, std::size_t unitsBehind) noexcept;
+
+    const SortData& m_rData;
+    BigEndianText m_tText;
+    unsigned char* m_pOut;
+    unsigned char* m_pEnd;
+    unsigned char* m_pLimit;
+    std::size_t m_nElements = 0;
+    BackwardEvents m_tBackwards;
+    LevelEvents<kSecondaryTop> m_tSecondary;
+    LevelEvents<kTertiaryTop> m_tTertiary;
+};
+
+template <unsigned kLevels, bool kBackwards>
+bool ShortKey<kLevels, kBackwards>::addEvents(SortEntry e) noexcept
+{
+    if (kLevels >= 2 && entry::secondary(e) != 0) {
+        const std::size_t number = m_nElements + entry::elements(e) - 1;
+        if (kBackwards ? !m_tBackwards.add(number, entry::secondary(e))
+                       : !m_tSecondary.add(number, entry::secondary(e))) {
+            return false;
+        }
+    }
+    return kLevels < 3 || entry::tertiary(e) == 0 || m_tTertiary.add(m_nElements, entry::tertiary(e));
+}
+
+template <unsigned kLevels, bool kBackwards>
+bool ShortKey<kLevels, kBackwards>::addSyllable(std::uint32_t number, std::size_t unitsBehind) noexcept
+{
+    SyllableReading syllable;
+    // May take more than the four bytes of other characters.
+    if (static_cast<std::size_t>(m_pLimit - m_pEnd) < sizeof syllable.m_nBytes + 4 * (unitsBehind + 1) ||
+        !syllable.read(m_rData.m_tPages, number)) {
+        return false;
+    }
+    std::memcpy(m_pEnd, &syllable.m_nBytes, sizeof syllable.m_nBytes);
+    m_pEnd += syllable.m_nLength;
+    m_nElements += syllable.m_nElements;
+    return true;
+}
+
+/// What is not a letter of common weights: leaves a plain entry to be stored, or an empty one.
+template <unsigned kLevels, bool kBackwards>
+bool ShortKey<kLevels, kBackwards>::readUncommon(std::size_t i, Reading& reading) noexcept
+{
+    const SortEntry e = reading.m_nEntry;
+    if ((e & entry::kMark) != 0) {
+        // A mark that its base may take in, or half a character before it.
+        if (i > 0 && (m_tText.entryAt(m_rData.m_tPages, i - 1) & (entry::kCare | entry::kSpecial)) != 0) {
+            return false;
+        }
+    }
+    if ((e & entry::kSpecial) != 0) {
+        if (!readSpecial(m_rData, m_tText, i, reading)) {
+            return false;
+        }
+        if ((reading.m_nEntry & entry::kSpecial) != 0) {
+            if (entry::kind(reading.m_nEntry) == kHangulKind) {
+                const std::uint32_t number = entry::index(reading.m_nEntry);
+                reading.m_nEntry = 0;
+                return addSyllable(number, m_tText.size() - i - 1);
+            }
+            reading.m_nWidth = skipIgnored(m_rData, m_tText, i + reading.m_nWidth) - i;
+            reading.m_nEntry = 0;
+            return true;
+        }
+        if (entry::primaryLength(reading.m_nEntry) == 0 && m_rData.m_tRules.isShifted()) {
+            return false;  // ignored, if a shifted character stands before it
+        }
+    }
+    return addEvents(reading.m_nEntry);
+}
+
+template <unsigned kLevels, bool kBackwards>
+bool ShortKey<kLevels, kBackwards>::read() noexcept
+{
+    const SortPages& pages = m_rData.m_tPages;
+    const std::size_t size = m_tText.size();
+    for (std::size_t i = 0; i < size;) {
+        Reading reading;
+        reading.m_nEntry = m_tText.entryAt(pages, i);
+        if ((reading.m_nEntry & kUncommon) != 0 && !readUncommon(i, reading)) {
+            return false;
+        }
+        const std::uint32_t bytes = entry::primaryBytes(reading.m_nEntry);
+        std::memcpy(m_pEnd, &bytes, sizeof bytes);
+        m_pEnd += entry::primaryLength(reading.m_nEntry);
+        m_nElements += entry::elements(reading.m_nEntry);
+        i += reading.m_nWidth;
+    }
+    return !kBackwards || m_tBackwards.writeTo(m_tSecondary, m_nElements);
+}
+
+template <unsigned kLevels, bool kBackwards>
+std::optional<std::size_t> ShortKey<kLevels, kBackwards>::put(bool isIdentical, const unsigned char* utf16be)
+{
+    const std::size_t bytes = static_cast<std::size_t>(m_pEnd - m_pOut) + m_tSecondary.size() + m_tTertiary.size();
+    if (bytes == 0 && isIdentical && m_tText.size() != 0) {
+        return std::nullopt;
+    }
+    if (kLevels == 1 || bytes == 0) {
+        return bytes;
+    }
+    const std::size_t total = bytes + kLevels;
+    if (total > static_cast<std::size_t>(m_pLimit - m_pOut)) {
+        return isIdentical ? std::nullopt : std::optional<std::size_t>(total);
+    }
+    unsigned char* out = m_pEnd;
+    *out++ = kLevelEnd;
+    out = copyLevel(out, m_tSecondary.m_aBytes, m_tSecondary.size());
+    *out++ = kLevelEnd;
+    if (kLevels >= 3) {
+        out = copyLevel(out, m_tTertiary.m_aBytes, m_tTertiary.size());
+        *out = kLevelEnd;
+    }
+    return isIdentical ? putIdentical(total, utf16be) : total;
+}
+
+/// Behind the other levels, of which the fourth is empty.
+template <unsigned kLevels, bool kBackwards>
+std::optional<std::size_t> ShortKey<kLevels, kBackwards>::putIdentical(std::size_t used, const unsigned char* utf16be)
+{
+    KeyBytes level(m_pOut + used, static_cast<std::size_t>(m_pLimit - m_pOut) - used);
+    if (level.room() == 0) {
+        return std::nullopt;
+    }
+    level.put(kLevelEnd);
+    const unsigned char* const begin = level.data();
+    m_rData.m_pDecompositions->append(utf16be, 2 * m_tText.size(), level);
+    // A level that may not fit has moved.
+    if (level.data() != begin && used + level.size() <= static_cast<std::size_t>(m_pLimit - m_pOut)) {
+        std::memcpy(m_pOut + used, level.data(), level.size());
+    }
+    return used + level.size();
+}
+
+template <unsigned kLevels, bool kBackwards>
+std::optional<std::size_t> make(const SortData& data, const unsigned char* utf16be, std::size_t units,
+                                unsigned char* out, std::size_t capacity, bool isIdentical)
+{
+    ShortKey<kLevels, kBackwards> key(data, BigEndianText(utf16be, units), out, capacity);
+    if (!key.read()) {
+        return std::nullopt;
+    }
+    return key.put(isIdentical, utf16be);
+}
+
+}  // namespace
+
+std::optional<std::size_t> makeShortKey(const SortData& data, const unsigned char* utf16be, std::size_t units,
+                                        SortStrength strength, unsigned char* out, std::size_t capacity)
+{
+    // Each character stores four bytes, of which up to four stay.
+    if (units > kMostUnits || capacity < 4 * units + 4) {
+        return std::nullopt;
+    }
+    if (strength >= SortStrength::kQuaternary && (data.m_tRules.isShifted() || data.m_pUnshifted != nullptr)) {
+        return std::nullopt;
+    }
+    if (strength == SortStrength::kPrimary) {
+        return make<1, false>(data, utf16be, units, out, capacity, false);
+    }
+    const bool isFrench = data.m_tRules.isFrench();
+    if (strength == SortStrength::kSecondary) {
+        return isFrench ? make<2, true>(data, utf16be, units, out, capacity, false)
+                        : make<2, false>(data, utf16be, units, out, capacity, false);
+    }
+    const bool isIdentical = strength == SortStrength::kIdentical;
+    return isFrench ? make<3, true>(data, utf16be, units, out, capacity, isIdentical)
+                    : make<3, false>(data, utf16be, units, out, capacity, isIdentical);
+}
+
+}  // namespace vel::nls
