@@ -41,6 +41,7 @@ void addLocaleRows(std::vector<Situation>& rows);
 void addCurrencyRows(std::vector<Situation>& rows, const Data& data);
 void addCharacterSetRows(std::vector<Situation>& rows, const Data& data);
 void addDateRows(std::vector<Situation>& rows, const Data& data);
+void addRenderRows(std::vector<Situation>& rows, const Data& data);
 void addTranscodingRows(std::vector<Situation>& rows);
 void addStartupRows(std::vector<Situation>& rows);
 

@@ -61,6 +61,7 @@ std::vector<bench::Situation> allRows(const Arguments& arguments)
     bench::addCurrencyRows(rows, data);
     bench::addCharacterSetRows(rows, data);
     bench::addDateRows(rows, data);
+    bench::addRenderRows(rows, data);
     bench::addTranscodingRows(rows);
     bench::addStartupRows(rows);
     return rows;
