@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "captions.h"
+#include "answers/captions.h"
 #include "output.h"
 #include "session.h"
 #include "webi18n/currency.h"
@@ -24,12 +24,9 @@ public:
     void answer(const vel::Currency& currency, Session& session, Output& output);
 
 private:
-    Json describe(const vel::Currency& currency) const;
-    void addCaptions(const vel::Currency& currency, Json& json) const;
-
     std::string m_sLocale;
     std::string m_sLanguage;
-    std::optional<Captions> m_tCaptions;
+    std::optional<answers::Captions> m_tCaptions;
     bool m_bLocalesKnown = false;
 };
 

@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "answers/dataerror.h"
+
 namespace cli {
 
 /// What the command tells its caller.
@@ -21,12 +23,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Data cannot be read or written.
-class DataError : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
+using answers::DataError;
 
 /// Nobody reads the output any more: end quietly.
 class BrokenPipe : public std::exception

@@ -1,3 +1,4 @@
+#include "answers/javaanswer.h"
 #include "subcommand.h"
 #include "text.h"
 #include "textargument.h"
@@ -41,13 +42,8 @@ public:
 private:
     static void answer(const JavaLocale& java, Output& output)
     {
-        Json json;
-        json["language"] = utf8Text(java.m_sLanguage);
-        json["country"] = utf8Text(java.m_sCountry);
-        json["variant"] = utf8Text(java.m_sVariant);
-        json["string"] = utf8Text(java.toString());
         // A script wants the one word.
-        output.row(json, visibleText(java.toString()));
+        output.row(answers::describeJava(java), visibleText(java.toString()));
     }
 
     static void refuse(const String& name, Session& session, Output& output)

@@ -1,10 +1,12 @@
-#include "captions.h"
+#include "answers/captions.h"
 #include "subcommand.h"
 #include "text.h"
 
 namespace cli {
 
 namespace {
+
+using answers::Captions;
 
 class Locales final : public Subcommand
 {
@@ -24,7 +26,7 @@ public:
             complain("note", "no locale is allowed by the configuration");
             return kExitSuccess;
         }
-        const Captions captions(session, wideText(m_sLanguage, "--language"));
+        const Captions captions = session.captions(wideText(m_sLanguage, "--language"));
         for (const vel::Locale& locale : locales) {
             answer(locale, displayName(locale, captions), output);
         }

@@ -1,98 +1,15 @@
 #include "session.h"
 
-#include <filesystem>
 #include <utility>
 
-#include "datafolder.h"
 #include "failures.h"
-#include "vel/messages/messagefilesregistry.h"
 
 namespace cli {
 
-namespace {
-
-bool isThere(const vel::FilePath& file)
-{
-    std::error_code fault;
-    // What cannot be looked at is taken to be there: loading it says why.
-    return std::filesystem::exists(file.toNative(), fault) || fault;
-}
-
-vel::Handle<const vel::ConfigReader> readConfig(const vel::FilePath& file)
-{
-    return vel::makeHandle<vel::XmlConfigReader>(file);
-}
-
-}  // namespace
-
-Session::Session(Options options) : m_tOptions(std::move(options))
+Session::Session(Options options) : m_tOptions(std::move(options)), m_tFiles(m_tOptions)
 {}
 
 Session::~Session() = default;
-
-const std::optional<vel::FilePath>& Session::dataFolder()
-{
-    if (!m_tDataFolder) {
-        m_tDataFolder = findDataFolder(m_tOptions.m_sData);
-    }
-    return *m_tDataFolder;
-}
-
-std::optional<vel::FilePath> Session::dataFile(const wchar_t* name)
-{
-    if (!dataFolder()) {
-        return std::nullopt;
-    }
-    vel::FilePath file = dataFolder()->join(vel::FilePath(name));
-    return isThere(file) ? std::optional(std::move(file)) : std::nullopt;
-}
-
-/// The data folder's file of that name when it is there, and then those of an option.
-std::vector<vel::FilePath> Session::filesBehindOwn(const wchar_t* name, const std::vector<vel::String>& given)
-{
-    std::vector<vel::FilePath> files;
-    if (const auto own = dataFile(name)) {
-        files.push_back(*own);
-    }
-    files.insert(files.end(), given.begin(), given.end());
-    return files;
-}
-
-std::vector<vel::FilePath> Session::definitionFiles()
-{
-    return filesBehindOwn(L"localedefinitions.xml", m_tOptions.m_tDefinitions);
-}
-
-std::vector<vel::FilePath> Session::currencyFiles()
-{
-    return filesBehindOwn(L"currencies.xml", m_tOptions.m_tCurrencies);
-}
-
-std::optional<vel::FilePath> Session::mappingFile()
-{
-    return m_tOptions.m_sMapping.isEmpty() ? dataFile(L"localemapping.xml") : vel::FilePath(m_tOptions.m_sMapping);
-}
-
-const LayeredConfigReader& Session::config()
-{
-    if (!m_hConfig.isNull()) {
-        return *m_hConfig;
-    }
-    const auto layers = vel::makeHandle<LayeredConfigReader>();
-    if (const auto own = dataFile(L"config.xml")) {
-        layers->add(readConfig(*own));
-    }
-    if (!m_tOptions.m_sConfig.isEmpty()) {
-        layers->add(readConfig(m_tOptions.m_sConfig));
-    }
-    const auto settings = vel::makeHandle<vel::MemoryConfigReader>();
-    for (const auto& [key, value] : m_tOptions.m_tSettings) {
-        settings->set(key, value);
-    }
-    layers->add(settings);
-    m_hConfig = layers;
-    return *m_hConfig;
-}
 
 vel::Handle<vel::LocaleTagLookup> Session::loadCatalogue(const vel::ConfigReader& config)
 {
@@ -151,13 +68,40 @@ const vel::CurrencyLookup& Session::currencies()
     return *m_pCurrencies;
 }
 
-vel::Handle<const vel::MessageTable> Session::messages(const vel::String& language)
+const vel::CharacterSetResolver& Session::characterSets()
 {
-    if (!dataFolder()) {
-        return vel::makeHandle<vel::MessageTable>(language);
+    if (m_hCharacterSets.isNull()) {
+        const auto resolver = vel::makeHandle<vel::CharacterSetResolver>();
+        const std::vector<vel::FilePath> files = characterSetFiles();
+        for (const vel::FilePath& file : files) {
+            resolver->loadCharacterSetDefinitions(file);
+        }
+        if (files.empty()) {
+            complain("note",
+                     "there are no character sets: the data folder has no charactersets.xml and no --charsets FILE is "
+                     "given");
+        }
+        m_hCharacterSets = resolver;
     }
-    const vel::FilePath folder = dataFolder()->join(vel::FilePath(L"messages"));
-    return vel::MessageFilesRegistry::getInstance().loadTable(folder, language);
+    return *m_hCharacterSets;
+}
+
+const vel::CharacterSetResolver& Session::characterSetLists()
+{
+    characterSets();
+    if (!m_bHasCharacterSetLists) {
+        m_bHasCharacterSetLists = true;
+        const std::vector<vel::FilePath> files = characterSetListFiles();
+        for (const vel::FilePath& file : files) {
+            m_hCharacterSets->loadCharacterSetLists(file);
+        }
+        if (files.empty()) {
+            complain("note",
+                     "there are no lists of character sets: the data folder has no charactersetlists.xml and no "
+                     "--charset-lists FILE is given");
+        }
+    }
+    return *m_hCharacterSets;
 }
 
 bool Session::isDefined(const vel::String& name)

@@ -5,7 +5,7 @@
 
 #include "check/findings.h"
 #include "check/knowledge.h"
-#include "layeredconfig.h"
+#include "session.h"
 #include "session.h"
 #include "vel/xml/xmldocument.h"
 

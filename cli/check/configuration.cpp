@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "layeredconfig.h"
+#include "session.h"
 #include "text.h"
 
 namespace cli {

@@ -4,7 +4,7 @@
 
 #include "vel/config/configreader.h"
 
-namespace cli {
+namespace answers {
 
 /// Configuration from several sources, the nearest first.
 ///
@@ -34,4 +34,4 @@ inline constexpr const wchar_t* ksAllowedLocalesFile = L"Localization/AllowedLoc
 inline constexpr const wchar_t* ksAllowedLocales = L"Localization/AllowedLocales";
 inline constexpr const wchar_t* ksAllowedLanguages = L"Localization/AllowedLanguages";
 
-}  // namespace cli
+}  // namespace answers

@@ -1,18 +1,28 @@
-#include "datafolder.h"
+#include "answers/datafolder.h"
 
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 
-#include "failures.h"
-#include "text.h"
+#include "answers/dataerror.h"
+#include "answers/text.h"
 
-namespace cli {
+namespace answers {
 
 namespace {
 
 constexpr const char* ksInstalledData = WEBI18N_INSTALLED_DATA;
 constexpr const char* ksVariable = "WEBI18N_DATA";
+
+vel::String wideName(const std::string& utf8, const std::string& where)
+{
+    std::size_t offset = 0;
+    auto wide = vel::stringFromUtf8(utf8, &offset);
+    if (!wide) {
+        throw DataError(where + ": invalid UTF-8 at byte offset " + std::to_string(offset));
+    }
+    return *std::move(wide);
+}
 
 bool isFolder(const std::filesystem::path& path)
 {
@@ -33,7 +43,7 @@ vel::FilePath ownFolder()
     const std::filesystem::path beside = besideProgram();
     for (const std::filesystem::path& candidate : {beside, std::filesystem::path(ksInstalledData)}) {
         if (isFolder(candidate)) {
-            return vel::FilePath(wideText(candidate.string(), "data folder"));
+            return vel::FilePath(wideName(candidate.string(), "data folder"));
         }
     }
     throw DataError("no data folder: neither " + beside.string() + " nor " + ksInstalledData +
@@ -46,7 +56,7 @@ std::optional<vel::FilePath> findDataFolder(const std::optional<vel::String>& gi
 {
     std::optional<vel::String> named = given;
     if (const char* variable = std::getenv(ksVariable); !named && variable != nullptr && *variable != '\0') {
-        named = wideText(variable, ksVariable);
+        named = wideName(variable, ksVariable);
     }
     if (!named) {
         return ownFolder();
@@ -61,4 +71,4 @@ std::optional<vel::FilePath> findDataFolder(const std::optional<vel::String>& gi
     return folder;
 }
 
-}  // namespace cli
+}  // namespace answers

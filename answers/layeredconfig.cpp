@@ -1,8 +1,8 @@
-#include "layeredconfig.h"
+#include "answers/layeredconfig.h"
 
 #include <utility>
 
-namespace cli {
+namespace answers {
 
 namespace {
 
@@ -47,4 +47,4 @@ vel::FilePath LayeredConfigReader::getFilePath(const vel::String& key) const
     return source == nullptr ? vel::FilePath() : source->getFilePath(key);
 }
 
-}  // namespace cli
+}  // namespace answers

@@ -1,17 +1,12 @@
-#include "captions.h"
+#include "answers/captions.h"
+
+#include <utility>
 
 #include "vel/messages/messageformatter.h"
 
-namespace cli {
+namespace answers {
 
-namespace {
-
-constexpr const wchar_t* ksEnglish = L"en";
-
-}  // namespace
-
-Captions::Captions(Session& session, const vel::String& language)
-    : m_hWanted(session.messages(language)), m_hEnglish(language == ksEnglish ? m_hWanted : session.messages(ksEnglish))
+Captions::Captions(Table wanted, Table english) : m_hWanted(std::move(wanted)), m_hEnglish(std::move(english))
 {}
 
 bool Captions::has(const vel::String& key) const
@@ -30,4 +25,4 @@ vel::String Captions::format(const vel::GDVariant& value, const Table& table)
     return text == nullptr ? value.toString() : vel::MessageFormatter(table).format(*text);
 }
 
-}  // namespace cli
+}  // namespace answers

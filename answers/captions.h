@@ -1,9 +1,10 @@
 #pragma once
 
-#include "session.h"
+#include "vel/core/handle.h"
 #include "vel/messages/gdvariant.h"
+#include "vel/messages/messagetable.h"
 
-namespace cli {
+namespace answers {
 
 /// The messages of a language, and behind them the English ones.
 class Captions
@@ -11,8 +12,8 @@ class Captions
 public:
     using Table = vel::Handle<const vel::MessageTable>;
 
-    /// What cannot be read throws XmlException.
-    Captions(Session& session, const vel::String& language);
+    /// The language's messages, and the English ones.
+    Captions(Table wanted, Table english);
 
     /// Whether one of both has the message.
     bool has(const vel::String& key) const;
@@ -26,4 +27,4 @@ private:
     Table m_hEnglish;
 };
 
-}  // namespace cli
+}  // namespace answers
