@@ -64,7 +64,9 @@ Decimal::Decimal(const Decimal& other) noexcept
 
 Decimal& Decimal::operator=(const Decimal& other) noexcept
 {
-    // A number may be assigned to itself: the copy is onto the same place then.
+    if (this == &other) {
+        return *this;
+    }
     std::copy_n(other.m_aDigits, other.m_nInteger + other.m_nFraction, m_aDigits);
     m_nInteger = other.m_nInteger;
     m_nFraction = other.m_nFraction;

@@ -90,7 +90,8 @@ TEST(DatePicture, IsAValue)
     }
     const vel::DatePicture second(copy);
     second.append(kSaturday, Locale::kUSA, out);
-    copy = copy;
+    const vel::DatePicture& same = copy;
+    copy = same;
     copy.append(kMonday, Locale::kUSA, out);
     EXPECT_EQ(out.toString(), L"5x7x");
 }
