@@ -32,8 +32,8 @@ struct Codecs
 /// Never destroyed: objects of a program's end may still encode.
 Codecs& codecs()
 {
-    static Codecs& s_codecs = *new Codecs;
-    return s_codecs;
+    static Codecs& known = *new Codecs;
+    return known;
 }
 
 std::size_t firstSlotOf(const String& name) noexcept

@@ -33,6 +33,7 @@ thirdParty="
 expat\.h             platform/xml bench
 unicode/.*           platform/transcoding platform/nls datapack bench fuzz tests
 libxml/.*            bench
+iconv\.h             bench tests
 CLI/.*               cli
 nlohmann/.*          answers tests/cli
 gtest/.*             tests
@@ -41,7 +42,7 @@ locale\.h            tests
 "
 
 # Headers of the system and the compiler, beside those of the C++ library (which have no extension).
-systemHeaders='cxxabi\.h|emmintrin\.h|fcntl\.h|malloc\.h|time\.h|unistd\.h|dlfcn\.h|pthread\.h|sys/[a-z]+\.h'
+systemHeaders='cxxabi\.h|emmintrin\.h|immintrin\.h|fcntl\.h|malloc\.h|time\.h|unistd\.h|dlfcn\.h|pthread\.h|sys/[a-z]+\.h'
 
 faults=0
 fault() {

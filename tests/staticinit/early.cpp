@@ -9,6 +9,7 @@
 
 #include "vel/log/logger.h"
 #include "vel/messages/messagefilesregistry.h"
+#include "vel/transcoding/universaltranscoding.h"
 #include "vel/xml/xmldocument.h"
 #include "webi18n/currencylookup.h"
 #include "webi18n/locale.h"
@@ -102,6 +103,13 @@ void useCurrencies()
     check(caption.toString().isEmpty(), "an empty currency has its empty symbol as caption");
 }
 
+void useTranscoding()
+{
+    vel::NarrowString bytes;
+    check(!vel::UniversalTranscoding(L"shift_jis").encode(L"\u3042", bytes) && bytes == "\x82\xA0",
+          "a transcoding encodes");
+}
+
 void useLogAndMessages()
 {
     static constexpr vel::LogSource kSource(L"early");
@@ -134,6 +142,7 @@ const bool g_maps = runEarly("maps", useMaps);
 const bool g_definition = runEarly("definition", useDefinition);
 const bool g_catalogue = runEarly("catalogue", useCatalogue);
 const bool g_currencies = runEarly("currencies", useCurrencies);
+const bool g_transcoding = runEarly("transcoding", useTranscoding);
 const bool g_logAndMessages = runEarly("log and messages", useLogAndMessages);
 const vel::Locale g_copy = vel::Locale::kUSA;
 
