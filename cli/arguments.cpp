@@ -21,6 +21,8 @@ struct Written
     std::vector<std::string> m_tSettings;
     std::vector<std::string> m_tDefinitions;
     std::vector<std::string> m_tCurrencies;
+    std::vector<std::string> m_tCharacterSets;
+    std::vector<std::string> m_tCharacterSetLists;
     std::string m_sMapping;
     std::string m_sLog;
     bool m_bJson = false;
@@ -48,6 +50,9 @@ void addGlobalOptions(CLI::App& app, Written& written)
         ->allow_extra_args(false);
     addFiles(app, "--definitions", written.m_tDefinitions, "locale definitions, loaded after the data folder's");
     addFiles(app, "--currencies", written.m_tCurrencies, "currencies, loaded after the data folder's");
+    addFiles(app, "--charsets", written.m_tCharacterSets, "character sets, loaded after the data folder's");
+    addFiles(app, "--charset-lists", written.m_tCharacterSetLists,
+             "lists of character sets, loaded after the data folder's");
     app.add_option("--mapping", written.m_sMapping, "mapping rules instead of the data folder's")
         ->type_name("FILE")
         ->take_last();
@@ -63,7 +68,8 @@ Added addSubcommands(CLI::App& app)
 {
     Added added;
     for (const auto add : {&addExplain, &addLocales, &addLocale, &addLanguages, &addDataFormat, &addParse, &addParseXml,
-                           &addCurrencies, &addCurrency, &addSort, &addKeys, &addCompare, &addJava, &addCheck}) {
+                           &addCurrencies, &addCurrency, &addCharsets, &addCharsetLists, &addCharset, &addEncode,
+                           &addSort, &addKeys, &addCompare, &addJava, &addCheck}) {
         std::unique_ptr<Subcommand> subcommand = add(app);
         CLI::App* sub = app.get_subcommands({}).back();
         sub->fallthrough();
@@ -114,6 +120,8 @@ Options readOptions(const Written& written)
     }
     options.m_tDefinitions = readFiles(written.m_tDefinitions, "--definitions");
     options.m_tCurrencies = readFiles(written.m_tCurrencies, "--currencies");
+    options.m_tCharacterSets = readFiles(written.m_tCharacterSets, "--charsets");
+    options.m_tCharacterSetLists = readFiles(written.m_tCharacterSetLists, "--charset-lists");
     if (!written.m_sLog.empty()) {
         options.m_eLog = readLevel(written.m_sLog);
     }

@@ -36,6 +36,10 @@ std::unique_ptr<Subcommand> addSort(CLI::App& app);
 std::unique_ptr<Subcommand> addKeys(CLI::App& app);
 std::unique_ptr<Subcommand> addCompare(CLI::App& app);
 std::unique_ptr<Subcommand> addJava(CLI::App& app);
+std::unique_ptr<Subcommand> addCharsets(CLI::App& app);
+std::unique_ptr<Subcommand> addCharsetLists(CLI::App& app);
+std::unique_ptr<Subcommand> addCharset(CLI::App& app);
+std::unique_ptr<Subcommand> addEncode(CLI::App& app);
 std::unique_ptr<Subcommand> addCheck(CLI::App& app);
 
 }  // namespace cli

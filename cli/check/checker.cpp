@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "check/charactersets.h"
 #include "check/configuration.h"
 #include "check/currencies.h"
 #include "check/definitions.h"
@@ -41,6 +42,8 @@ FileKind kindByChild(std::wstring_view name)
                                                                  {L"localeList", kListsFile},
                                                                  {L"localeMapping", kMappingFile},
                                                                  {L"Currency", kCurrenciesFile},
+                                                                 {L"characterSet", kCharacterSetsFile},
+                                                                 {L"characterSetList", kCharacterSetListsFile},
                                                                  {L"message", kMessagesFile}};
     for (const auto& [child, kind] : kKinds) {
         if (name == child) {
@@ -58,6 +61,8 @@ FileKind kindByRoot(std::wstring_view name)
                                                                  {L"localeMappings", kMappingFile},
                                                                  {L"Currencies", kCurrenciesFile},
                                                                  {L"Currency", kCurrenciesFile},
+                                                                 {L"characterSets", kCharacterSetsFile},
+                                                                 {L"characterSetLists", kCharacterSetListsFile},
                                                                  {L"configuration", kConfigurationFile},
                                                                  {L"messages", kMessagesFile}};
     for (const auto& [root, kind] : kKinds) {
@@ -117,7 +122,8 @@ void Checker::run(const std::vector<FilePath>& given)
     }
     checkKind(kDefinitionsFile);
     m_tKnowledge.m_tAllowed = findAllowed();
-    for (const FileKind kind : {kConfigurationFile, kListsFile, kMappingFile, kCurrenciesFile, kUnknownFile}) {
+    for (const FileKind kind : {kConfigurationFile, kListsFile, kMappingFile, kCurrenciesFile, kCharacterSetsFile,
+                                kCharacterSetListsFile, kUnknownFile}) {
         checkKind(kind);
     }
     if (m_bOwnReported) {
@@ -144,6 +150,9 @@ void Checker::noteUnreadable(FileKind kind)
 {
     const bool isAny = kind == kUnknownFile;
     m_tKnowledge.m_bAllDefinitionsRead = m_tKnowledge.m_bAllDefinitionsRead && !isAny && kind != kDefinitionsFile;
+    m_tKnowledge.m_bAllCharacterSetsRead = m_tKnowledge.m_bAllCharacterSetsRead && !isAny && kind != kCharacterSetsFile;
+    m_tKnowledge.m_bAllCharacterSetListsRead =
+        m_tKnowledge.m_bAllCharacterSetListsRead && !isAny && kind != kCharacterSetListsFile;
     m_bConfigRead = m_bConfigRead && !isAny && kind != kConfigurationFile;
     m_bMessagesRead = m_bMessagesRead && !isAny && kind != kMessagesFile;
 }
@@ -184,6 +193,23 @@ void Checker::readOwnFiles()
     if (m_bOwnReported || hasGiven(kCurrenciesFile)) {
         for (const FilePath& file : m_tSession.currencyFiles()) {
             readOwn(file, kCurrenciesFile);
+        }
+    }
+    readOwnCharacterSets();
+}
+
+/// Definitions are needed to judge them, and to judge lists of them.
+void Checker::readOwnCharacterSets()
+{
+    const bool hasLists = hasGiven(kCharacterSetListsFile);
+    if (m_bOwnReported || hasLists || hasGiven(kCharacterSetsFile)) {
+        for (const FilePath& file : m_tSession.characterSetFiles()) {
+            readOwn(file, kCharacterSetsFile);
+        }
+    }
+    if (m_bOwnReported || hasLists) {
+        for (const FilePath& file : m_tSession.characterSetListFiles()) {
+            readOwn(file, kCharacterSetListsFile);
         }
     }
 }
@@ -283,10 +309,18 @@ void Checker::checkSource(const Source& source)
     case kCurrenciesFile:
         checkCurrencies(root, m_tKnowledge, m_tFindings);
         break;
+    case kCharacterSetsFile:
+        checkCharacterSets(root, m_tKnowledge, m_tFindings);
+        break;
+    case kCharacterSetListsFile:
+        checkCharacterSetLists(root, m_tKnowledge, m_tFindings);
+        break;
     default:
-        m_tFindings.add(root, {kWarning, "unknown-kind",
-                               "<" + visibleText(root.name()) + "> is the root of no kind of file that is checked: " +
-                                   "definitions, lists, mapping, currencies, configuration, messages"});
+        m_tFindings.add(
+            root,
+            {kWarning, "unknown-kind",
+             "<" + visibleText(root.name()) + "> is the root of no kind of file that is checked: " +
+                 "definitions, lists, mapping, currencies, character sets and their lists, configuration, messages"});
     }
 }
 

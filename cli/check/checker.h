@@ -6,7 +6,6 @@
 #include "check/findings.h"
 #include "check/knowledge.h"
 #include "session.h"
-#include "session.h"
 #include "vel/xml/xmldocument.h"
 
 namespace cli {
@@ -20,6 +19,8 @@ enum FileKind
     kListsFile,
     kMappingFile,
     kCurrenciesFile,
+    kCharacterSetsFile,
+    kCharacterSetListsFile,
     kUnknownFile
 };
 
@@ -51,6 +52,7 @@ private:
     void readGiven(const std::vector<vel::FilePath>& files);
     void readOwn(const std::optional<vel::FilePath>& file, FileKind kind);
     void readOwnFiles();
+    void readOwnCharacterSets();
     void readMessages();
     void readConfiguredLists();
     void layConfig();

@@ -28,6 +28,11 @@ struct Knowledge
     TagsBySymbol m_tInternationalSymbols;                           ///< of international currencies
     std::map<vel::String, TagsBySymbol, vel::NoCaseCompareLess> m_tLocalSymbols;  ///< of local ones, by locale
 
+    std::map<vel::String, vel::String, vel::NoCaseCompareLess> m_tCharacterSets;  ///< the converter used, by label
+    NameSet m_tCharacterSetLists;
+    bool m_bAllCharacterSetsRead = true;      ///< no file of them was unreadable
+    bool m_bAllCharacterSetListsRead = true;  ///< no file of them was unreadable
+
     bool knowsDefinitions() const noexcept { return m_bAllDefinitionsRead && !m_tDefinitions.empty(); }
     bool isDefined(std::wstring_view name) const { return m_tDefinitions.find(name) != m_tDefinitions.end(); }
     /// Whether the library takes the name as a target; what is not known is taken to be so.
