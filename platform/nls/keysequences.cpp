@@ -150,7 +150,7 @@ void KeyWriter::addPlain(SortEntry e)
         m_tLevels.tertiary(m_nElements, entry::tertiary(e));
     }
     if (m_tLevels.hasQuaternary() && entry::quaternary(e) != 0) {
-        addQuaternaries(m_nElements, e);
+        m_tLevels.quaternary(m_nElements, entry::quaternary(e));
     }
     m_nElements += entry::elements(e);
 }

@@ -1,5 +1,6 @@
 #include "keyshort.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "identicallevel.h"
@@ -87,6 +88,30 @@ unsigned char* copyLevel(unsigned char* out, const unsigned char* bytes, std::si
     return out + size;
 }
 
+/// The weights of Kana. Nothing is shifted where they are.
+struct QuaternaryEvents
+{
+    unsigned char* m_pEnd = m_aBytes;
+    std::size_t m_nNext = 0;
+    unsigned char m_aBytes[kLevelRoom];
+
+    QuaternaryEvents() noexcept {}
+
+    void add(std::size_t number, unsigned weight) noexcept
+    {
+        constexpr std::size_t kSpan = 124;
+        std::size_t run = number - m_nNext;
+        m_nNext = number + 1;
+        for (; run > kSpan; run -= kSpan) {
+            *m_pEnd++ = 0x80;
+        }
+        *m_pEnd = static_cast<unsigned char>(0xFC - run);
+        m_pEnd += run != 0;
+        *m_pEnd++ = static_cast<unsigned char>(0xFB + weight);
+    }
+    std::size_t size() const noexcept { return static_cast<std::size_t>(m_pEnd - m_aBytes); }
+};
+
 template <unsigned kLevels, bool kBackwards>
 class ShortKey
 {
@@ -101,8 +126,9 @@ public:
 
 private:
     std::optional<std::size_t> putIdentical(std::size_t used, const unsigned char* utf16be);
-    static constexpr SortEntry kUncommon =
-        entry::kSpecial | entry::kMark | (kLevels >= 2 ? entry::kSecondary : 0) | (kLevels >= 3 ? entry::kTertiary : 0);
+    static constexpr SortEntry kUncommon = entry::kSpecial | entry::kMark | (kLevels >= 2 ? entry::kSecondary : 0) |
+                                           (kLevels >= 3 ? entry::kTertiary : 0) |
+                                           (kLevels >= 4 ? entry::kQuaternary : 0);
 
     bool readUncommon(std::size_t i, Reading& reading) noexcept;
     bool addEvents(SortEntry e) noexcept;
@@ -117,6 +143,7 @@ private:
     BackwardEvents m_tBackwards;
     LevelEvents<kSecondaryTop> m_tSecondary;
     LevelEvents<kTertiaryTop> m_tTertiary;
+    QuaternaryEvents m_tQuaternary;
 };
 
 template <unsigned kLevels, bool kBackwards>
@@ -128,6 +155,9 @@ bool ShortKey<kLevels, kBackwards>::addEvents(SortEntry e) noexcept
                        : !m_tSecondary.add(number, entry::secondary(e))) {
             return false;
         }
+    }
+    if (kLevels >= 4 && entry::quaternary(e) != 0) {
+        m_tQuaternary.add(m_nElements, entry::quaternary(e));
     }
     return kLevels < 3 || entry::tertiary(e) == 0 || m_tTertiary.add(m_nElements, entry::tertiary(e));
 }
@@ -182,34 +212,50 @@ bool ShortKey<kLevels, kBackwards>::readUncommon(std::size_t i, Reading& reading
 template <unsigned kLevels, bool kBackwards>
 bool ShortKey<kLevels, kBackwards>::read() noexcept
 {
+    // Copies that no store of bytes can change, as far as the compiler knows.
     const SortPages& pages = m_rData.m_tPages;
-    const std::size_t size = m_tText.size();
+    const BigEndianText text = m_tText;
+    const std::size_t size = text.size();
+    unsigned char* end = m_pEnd;
+    std::size_t elements = 0;
     for (std::size_t i = 0; i < size;) {
-        Reading reading;
-        reading.m_nEntry = m_tText.entryAt(pages, i);
-        if ((reading.m_nEntry & kUncommon) != 0 && !readUncommon(i, reading)) {
-            return false;
+        SortEntry e = text.entryAt(pages, i);
+        std::size_t width = 1;
+        if ((e & kUncommon) != 0) {
+            Reading reading{e, 1};
+            m_pEnd = end;
+            m_nElements = elements;
+            if (!readUncommon(i, reading)) {
+                return false;
+            }
+            end = m_pEnd;
+            elements = m_nElements;
+            e = reading.m_nEntry;
+            width = reading.m_nWidth;
         }
-        const std::uint32_t bytes = entry::primaryBytes(reading.m_nEntry);
-        std::memcpy(m_pEnd, &bytes, sizeof bytes);
-        m_pEnd += entry::primaryLength(reading.m_nEntry);
-        m_nElements += entry::elements(reading.m_nEntry);
-        i += reading.m_nWidth;
+        const std::uint32_t bytes = entry::primaryBytes(e);
+        std::memcpy(end, &bytes, sizeof bytes);
+        end += entry::primaryLength(e);
+        elements += entry::elements(e);
+        i += width;
     }
-    return !kBackwards || m_tBackwards.writeTo(m_tSecondary, m_nElements);
+    m_pEnd = end;
+    m_nElements = elements;
+    return !kBackwards || m_tBackwards.writeTo(m_tSecondary, elements);
 }
 
 template <unsigned kLevels, bool kBackwards>
 std::optional<std::size_t> ShortKey<kLevels, kBackwards>::put(bool isIdentical, const unsigned char* utf16be)
 {
-    const std::size_t bytes = static_cast<std::size_t>(m_pEnd - m_pOut) + m_tSecondary.size() + m_tTertiary.size();
+    const std::size_t bytes =
+        static_cast<std::size_t>(m_pEnd - m_pOut) + m_tSecondary.size() + m_tTertiary.size() + m_tQuaternary.size();
     if (bytes == 0 && isIdentical && m_tText.size() != 0) {
         return std::nullopt;
     }
     if (kLevels == 1 || bytes == 0) {
         return bytes;
     }
-    const std::size_t total = bytes + kLevels;
+    const std::size_t total = bytes + std::min(kLevels, 3U);
     if (total > static_cast<std::size_t>(m_pLimit - m_pOut)) {
         return isIdentical ? std::nullopt : std::optional<std::size_t>(total);
     }
@@ -219,12 +265,13 @@ std::optional<std::size_t> ShortKey<kLevels, kBackwards>::put(bool isIdentical, 
     *out++ = kLevelEnd;
     if (kLevels >= 3) {
         out = copyLevel(out, m_tTertiary.m_aBytes, m_tTertiary.size());
-        *out = kLevelEnd;
+        *out++ = kLevelEnd;
+        copyLevel(out, m_tQuaternary.m_aBytes, m_tQuaternary.size());
     }
     return isIdentical ? putIdentical(total, utf16be) : total;
 }
 
-/// Behind the other levels, of which the fourth is empty.
+/// Behind the other levels.
 template <unsigned kLevels, bool kBackwards>
 std::optional<std::size_t> ShortKey<kLevels, kBackwards>::putIdentical(std::size_t used, const unsigned char* utf16be)
 {
@@ -262,18 +309,23 @@ std::optional<std::size_t> makeShortKey(const SortData& data, const unsigned cha
     if (units > kMostUnits || capacity < 4 * units + 4) {
         return std::nullopt;
     }
-    if (strength >= SortStrength::kQuaternary && (data.m_tRules.isShifted() || data.m_pUnshifted != nullptr)) {
+    const bool isFourth = strength >= SortStrength::kQuaternary;
+    const bool isFrench = data.m_tRules.isFrench();
+    const bool isIdentical = strength == SortStrength::kIdentical;
+    if (isFourth && data.m_tRules.isShifted()) {
         return std::nullopt;
+    }
+    if (isFourth && data.m_pUnshifted != nullptr) {
+        return isFrench ? make<4, true>(data, utf16be, units, out, capacity, isIdentical)
+                        : make<4, false>(data, utf16be, units, out, capacity, isIdentical);
     }
     if (strength == SortStrength::kPrimary) {
         return make<1, false>(data, utf16be, units, out, capacity, false);
     }
-    const bool isFrench = data.m_tRules.isFrench();
     if (strength == SortStrength::kSecondary) {
         return isFrench ? make<2, true>(data, utf16be, units, out, capacity, false)
                         : make<2, false>(data, utf16be, units, out, capacity, false);
     }
-    const bool isIdentical = strength == SortStrength::kIdentical;
     return isFrench ? make<3, true>(data, utf16be, units, out, capacity, isIdentical)
                     : make<3, false>(data, utf16be, units, out, capacity, isIdentical);
 }

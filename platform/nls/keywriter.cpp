@@ -182,7 +182,7 @@ std::size_t KeyWriter::run(std::size_t i, std::size_t end)
                 m_tLevels.tertiary(number, entry::tertiary(e));
             }
             if (kQuaternary && entry::quaternary(e) != 0) {
-                addQuaternaries(number, e);
+                m_tLevels.quaternary(number, entry::quaternary(e));
             }
         }
         p += entry::primaryLength(e);
@@ -192,13 +192,6 @@ std::size_t KeyWriter::run(std::size_t i, std::size_t end)
     m_tPrimary.setEnd(p);
     m_nElements = number;
     return i;
-}
-
-void KeyWriter::addQuaternaries(std::size_t number, SortEntry e)
-{
-    for (unsigned k = 0; k < entry::elements(e); ++k) {
-        m_tLevels.quaternary(number + k, entry::quaternary(e));
-    }
 }
 
 // -------------------------------------------------------------------------------------------------------------- the

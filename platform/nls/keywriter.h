@@ -68,7 +68,6 @@ private:
     void addEntry(SortEntry e);
     void addPlain(SortEntry e);
     void addHangul(std::uint32_t number);
-    void addQuaternaries(std::size_t number, SortEntry e);
     void addElement(const CodedElement& element);
     void addSecondary(const CodedElement& element);
     void addTertiary(const CodedElement& element);

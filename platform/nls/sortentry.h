@@ -12,7 +12,7 @@ namespace vel::nls {
 ///     36     mark: see isMark
 ///     37     care: a mark behind it may belong to it
 ///     38-40  number of elements
-///     42-43  quaternary weight of all elements
+///     42-43  quaternary weight of the first element, the others having none
 ///     44-47  kind of a special character
 ///     48-55  secondary code of the last element, 0: common
 ///     56-63  tertiary code of the first element, 0: common

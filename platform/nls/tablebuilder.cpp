@@ -177,7 +177,7 @@ bool TableBuilder::fitsEntry(const std::vector<CodedElement>& elements) const
         bytes += element.m_tPrimary.m_nLength;
         if (element.m_bVariable || !element.m_bSecondary || !element.m_bTertiary ||
             element.m_tSecondary.m_nLength > (isLast ? 1 : 0) || element.m_tTertiary.m_nLength > (i == 0 ? 1 : 0) ||
-            element.m_nQuaternary != elements[0].m_nQuaternary || (element.m_bMerge && m_pData->m_tRules.isFrench())) {
+            (i > 0 && element.m_nQuaternary != 0) || (element.m_bMerge && m_pData->m_tRules.isFrench())) {
             return false;
         }
         // What has no primary is ignored behind a shifted character, the rest is not.

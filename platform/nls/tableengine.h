@@ -17,6 +17,8 @@ public:
 
     std::size_t makeKey(const unsigned char* utf16be, std::size_t byteCount, SortStrength strength, unsigned char* out,
                         std::size_t capacity) const override;
+    int compare(const wchar_t* a, std::size_t na, const wchar_t* b, std::size_t nb,
+                SortStrength strength) const override;
     std::string version() const override { return m_sVersion; }
     std::size_t memory() const noexcept override { return sizeof *this + m_pData->memory(); }
 
