@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "locales.h"
 #include "memoryfile.h"
 #include "printers.h"
@@ -111,6 +113,37 @@ TEST(RenderAmount, SeparatorsAreTheMonetaryOnes)
     locale.setOverridingDecimalSeparator(L";");
     locale.setOverridingThousandsSeparator(L"_");
     EXPECT_EQ(amount("-1234.5", *dollar, locale), "-$1_234;50");
+}
+
+std::string replaced(std::string text, const std::string& mark, const std::string& by)
+{
+    const std::size_t place = text.find(mark);
+    return place == std::string::npos ? text : text.replace(place, mark.size(), by);
+}
+
+/// Every currency of the pack in every of its pictures, in two locales: the picture with number and symbol put in.
+TEST(RenderAmount, OfEveryCurrencyOfThePack)
+{
+    const vel::CurrencyLookup lookup(vel::stringFromUtf8(WEBI18N_PACK "/currencies.xml").value());
+    const auto utf8 = [](const String& text) { return vel::toUtf8Lossy(text.view()); };
+    ASSERT_LT(300U, lookup.getCurrencyList().size());
+    for (const Handle<const Currency>& each : lookup.getCurrencyList()) {
+        const std::string places = std::string(static_cast<std::size_t>(std::max(0, each->getDefaultDigits())), '0');
+        const std::pair<Locale, std::string> rows[] = {
+            {packLocale("en-us"), "1,234,567" + (places.empty() ? "" : "." + places)},
+            {packLocale("de-de"), "1.234.567" + (places.empty() ? "" : "," + places)}};
+        for (const auto& [locale, digits] : rows) {
+            const auto expected = [&, number = digits](const String& picture) {
+                return replaced(replaced(utf8(picture), "#", number), "$", utf8(each->getCurrencySymbol()));
+            };
+            EXPECT_EQ(amount("1234567", *each, locale), expected(each->getFormat())) << utf8(each->getTag());
+            for (const auto& [tag, negative] : each->getNegativeFormats()) {
+                vel::StringBuffer<63> out;
+                RenderNumber::appendAmount(decimal("-1234567"), *each, tag, locale, {}, out);
+                EXPECT_EQ(vel::toUtf8Lossy(out.view()), expected(negative.getFormat())) << utf8(each->getTag());
+            }
+        }
+    }
 }
 
 /// A record that no file has filled has no pictures, no digits, and wants no groups.
