@@ -249,14 +249,23 @@ int compareFirst(const SortData& data, WideText a, WideText b, std::size_t i) no
     return __builtin_bswap32(entry::primaryBytes(left)) < __builtin_bswap32(entry::primaryBytes(right)) ? -1 : 1;
 }
 
-/// Back from `i` to where nothing before it changes what follows: so many plain characters stand before that place.
-std::size_t stepBack(const SortData& data, WideText text, std::size_t i) noexcept
+/// Whether what stands at `i` may be a mark that belongs to what stands before it.
+bool mayBeMark(const SortData& data, WideText text, std::size_t i) noexcept
 {
+    return i < text.size() && text[i] >= kFirstMark &&
+           (text.isOdd(text[i]) || (data.m_tPages.find(text[i]) & entry::kMark) != 0);
+}
+
+/// Back from `i` to where nothing before it changes what follows: so many plain characters stand before that place.
+/// `kCare` says nothing where no mark follows, and a mark is not plain itself.
+std::size_t stepBack(const SortData& data, WideText text, std::size_t i, bool isMarkNext) noexcept
+{
+    const SortEntry stops = entry::kSpecial | entry::kMark | (isMarkNext ? entry::kCare : 0);
     std::size_t begin = i;
     for (std::size_t plain = 0; i > 0 && plain < data.m_nCutRun; --i) {
         const SortEntry e = text.entryAt(data.m_tPages, i - 1);
         ++plain;
-        if ((e & (entry::kSpecial | entry::kMark | entry::kCare)) != 0 || entry::primaryLength(e) == 0) {
+        if ((e & stops) != 0 || entry::primaryLength(e) == 0) {
             begin = i - 1;
             plain = 0;
         }
@@ -276,7 +285,7 @@ std::optional<int> compareTexts(const SortData& data, const wchar_t* a, std::siz
     const WideText left(a, na);
     // Behind the equal part a mark may belong to what stands in it.
     const WideText right(b, nb);
-    const std::size_t begin = stepBack(data, left, equal);
+    const std::size_t begin = stepBack(data, left, equal, mayBeMark(data, left, equal) || mayBeMark(data, right, equal));
     if (begin == equal) {
         if (const int order = compareFirst(data, left, right, equal)) {
             return order;
