@@ -1,4 +1,6 @@
 #include <expat.h>
+#include <unicode/ucol.h>
+#include <unicode/uversion.h>
 
 #include <string>
 
@@ -6,6 +8,9 @@
 
 extern "C" __attribute__((visibility("default"))) const char* emptyLibraryText(std::string& text)
 {
-    text = XML_ExpatVersion();
+    UVersionInfo version{};
+    u_getVersion(version);
+    // So that the linker keeps each of the libraries.
+    text = XML_ExpatVersion() + std::string(version[0] + ucol_countAvailable() > 0 ? "." : "");
     return text.c_str();
 }
