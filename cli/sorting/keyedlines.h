@@ -19,6 +19,9 @@ struct KeyedLine
     std::string_view m_sText;
 };
 
+/// At most so many lines are sorted at once: they are counted with 32 bits.
+inline constexpr std::size_t kMostRoundBytes = 0xFFFF0000;
+
 KeyedLine makeKeyedLine(std::string_view key, std::string_view text) noexcept;
 
 /// Negative, zero or positive, by the keys. Most pairs differ in their prefixes; keys hold no zero byte, so prefixes
@@ -46,13 +49,25 @@ public:
     /// `text`.
     void fill(std::string_view text, char separator, KeyMaker& maker);
     const std::optional<Fault>& fault() const noexcept { return m_tFault; }
-    const std::vector<KeyedLine>& lines() const noexcept { return m_tLines; }
+    std::size_t size() const noexcept { return m_tOrder.size(); }
+    /// By its place in the order.
+    const KeyedLine& operator[](std::size_t place) const noexcept { return m_tLines[m_tOrder[place].m_nLine]; }
 
 private:
+    /// What is moved about in place of a line: most pairs differ in the first sixteen bytes of their keys, and then no
+    /// key is looked at, which may be anywhere in memory.
+    struct Entry
+    {
+        std::uint64_t m_nFirst;
+        std::uint64_t m_nSecond;
+        std::uint32_t m_nLine;
+    };
+
     void sort();
 
     vel::NarrowStringPool m_tPool{std::size_t{1} << 20};
-    std::vector<KeyedLine> m_tLines;
+    std::vector<KeyedLine> m_tLines;  // in the order of the input
+    std::vector<Entry> m_tOrder;
     std::optional<Fault> m_tFault;
 };
 

@@ -13,8 +13,8 @@ namespace {
 constexpr std::size_t kMostThreads = 4;
 /// Runs that are merged at once, each with an open file and a buffer.
 constexpr std::size_t kMostRuns = 64;
-/// Text, its keys and the entries of its lines, as a multiple of the text: ordinary lines have about thirty bytes.
-constexpr std::size_t kMemoryPerTextByte = 5;
+/// Text, its keys and the entries of its lines, as a multiple of the text: lines of sixteen bytes need about that.
+constexpr std::size_t kMemoryPerTextByte = 7;
 constexpr std::size_t kLeastTextPerThread = std::size_t{256} << 10;
 
 std::size_t threadCount()
@@ -77,7 +77,7 @@ LineSorter::LineSorter(const vel::String& sort, vel::i18n::CollationStrength str
 void LineSorter::sort(InputFiles& files, const std::function<void(std::string_view)>& take)
 {
     const auto takeText = [&](const KeyedLine& line) { take(line.m_sText); };
-    TextRound round(files, m_nMemory / kMemoryPerTextByte, m_cSeparator);
+    TextRound round(files, std::min(m_nMemory / kMemoryPerTextByte, kMostRoundBytes), m_cSeparator);
     bool isMore = round.next();
     while (isMore) {
         sortRound(round);
@@ -107,7 +107,7 @@ void LineSorter::sortRound(const TextRound& round)
             throw UsageError(round.placeOf(offset) + ": invalid UTF-8 at byte offset " +
                              std::to_string(fault->m_nOffset));
         }
-        m_nLines += part->lines().size();
+        m_nLines += part->size();
     }
 }
 
@@ -129,7 +129,7 @@ std::vector<std::unique_ptr<LineSource>> LineSorter::roundSources() const
 {
     std::vector<std::unique_ptr<LineSource>> sources;
     for (const std::unique_ptr<KeyedLines>& part : m_tParts) {
-        sources.push_back(std::make_unique<MemorySource>(part->lines()));
+        sources.push_back(std::make_unique<MemorySource>(*part));
     }
     return sources;
 }

@@ -4,10 +4,21 @@
 
 namespace cli {
 
+namespace {
+
+/// Lines in order lie anywhere in memory: those that come soon are fetched while others are written.
+constexpr std::size_t kAhead = 16;
+
+}  // namespace
+
 bool MemorySource::next()
 {
     if (m_nNext == m_tLines.size()) {
         return false;
+    }
+    if (m_nNext + 2 * kAhead < m_tLines.size()) {
+        __builtin_prefetch(&m_tLines[m_nNext + 2 * kAhead]);
+        __builtin_prefetch(m_tLines[m_nNext + kAhead].m_sText.data());
     }
     m_tLine = m_tLines[m_nNext++];
     return true;

@@ -30,11 +30,11 @@ protected:
 class MemorySource final : public LineSource
 {
 public:
-    explicit MemorySource(const std::vector<KeyedLine>& lines) noexcept : m_tLines(lines) {}
+    explicit MemorySource(const KeyedLines& lines) noexcept : m_tLines(lines) {}
     bool next() override;
 
 private:
-    const std::vector<KeyedLine>& m_tLines;
+    const KeyedLines& m_tLines;
     std::size_t m_nNext = 0;
 };
 
