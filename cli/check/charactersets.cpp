@@ -99,7 +99,7 @@ String CharacterSetsCheck::checkImplementations(const XmlElement& set)
 /// Its name; empty when it is not used.
 String CharacterSetsCheck::checkImplementation(const XmlElement& implementation, NameSet& seen)
 {
-    const String name = implementation.innerText();
+    String name = implementation.innerText();
     if (name.isEmpty()) {
         m_tFindings.add(implementation, {kWarning, "empty-implementation",
                                          "an empty implementation is skipped: write a transcoder's name"});
