@@ -61,6 +61,9 @@ NLSLanguage::NLSLanguage(const NLSLanguage& other) noexcept : m_tArea()
 
 NLSLanguage& NLSLanguage::operator=(const NLSLanguage& other) noexcept
 {
+    if (this == &other) {
+        return *this;
+    }
     m_pLibrary = other.m_pLibrary;
     m_pGlobals = other.m_pGlobals;
     m_tArea = other.m_tArea;
