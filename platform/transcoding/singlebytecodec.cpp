@@ -13,7 +13,6 @@ namespace {
 /// Stands for no character in the table of bytes.
 constexpr std::uint16_t kNoCharacter = 0xFFFF;
 constexpr std::ptrdiff_t kBlock = 16;
-constexpr std::ptrdiff_t kTableBlock = 4;
 
 struct SingleByteTables
 {
@@ -36,16 +35,9 @@ public:
     {
         const std::ptrdiff_t room = outEnd - out;
         const wchar_t* stop = inEnd - in <= room ? inEnd : in + room;
-        if (m_tTables.m_bAscii) {
-            while (stop - in >= kBlock && writeBlock(in, out)) {
-                in += kBlock;
-                out += kBlock;
-            }
-        } else {
-            while (stop - in >= kTableBlock && writeByTable(in, out)) {
-                in += kTableBlock;
-                out += kTableBlock;
-            }
+        while (stop - in >= kBlock && writeBlock(in, out)) {
+            in += kBlock;
+            out += kBlock;
         }
         for (; in < stop && has(codeOf(*in)); ++in) {
             *out++ = static_cast<char>(m_tTables.m_tBytes[codeOf(*in)]);
@@ -91,41 +83,38 @@ private:
                 return true;
             }
         }
-        for (std::ptrdiff_t i = 0; i < kBlock; i += kTableBlock) {
-            if (!writeByTable(in + i, out + i)) {
-                return false;
-            }
-        }
-        return true;
+        return hasNoneOf(any, ~0xFFFFU) && writeByTable(in, out);
     }
 
     bool areOwnBytes(__m128i bytes) const noexcept
     {
-        if (_mm_movemask_epi8(bytes) == 0) {
-            return true;
+        if (!m_tTables.m_bAscii || _mm_movemask_epi8(bytes) == 0) {
+            return m_tTables.m_bAscii;
         }
         // As signed numbers C1 is below 0xA0, and 0xA0 to 0xFF are below 0.
         const bool hasC1 = _mm_movemask_epi8(_mm_cmplt_epi8(bytes, _mm_set1_epi8(static_cast<char>(0xA0)))) != 0;
         return m_tTables.m_bLatin && (m_tTables.m_bC1 || !hasC1);
     }
 
-    /// Four characters; false when one may have no byte.
+    using View = PagedTable<std::uint8_t>::View;
+
+    static int fourBytes(View bytes, const wchar_t* in) noexcept
+    {
+        const std::uint32_t first = bytes[codeOf(in[0])];
+        const std::uint32_t second = bytes[codeOf(in[1])];
+        const std::uint32_t third = bytes[codeOf(in[2])];
+        const std::uint32_t fourth = bytes[codeOf(in[3])];
+        return static_cast<int>(first | second << 8 | third << 16 | fourth << 24);
+    }
+
+    /// Sixteen characters below U+10000; false when one may have no byte.
     bool writeByTable(const wchar_t* in, char* out) const noexcept
     {
-        const std::uint32_t a = codeOf(in[0]);
-        const std::uint32_t b = codeOf(in[1]);
-        const std::uint32_t c = codeOf(in[2]);
-        const std::uint32_t d = codeOf(in[3]);
-        if ((a | b | c | d) > 0xFFFF) {
-            return false;
-        }
-        const PagedTable<std::uint8_t>::View bytes = m_tTables.m_tBytes.view();
-        const std::uint32_t first = bytes[a];
-        const std::uint32_t second = bytes[b];
-        const std::uint32_t third = bytes[c];
-        const std::uint32_t fourth = bytes[d];
-        storeFour(out, first | second << 8 | third << 16 | fourth << 24);
-        return first != 0 && second != 0 && third != 0 && fourth != 0;
+        const View view = m_tTables.m_tBytes.view();
+        const __m128i bytes = _mm_setr_epi32(fourBytes(view, in), fourBytes(view, in + 4), fourBytes(view, in + 8),
+                                             fourBytes(view, in + 12));
+        storeVector(out, bytes);
+        return _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_setzero_si128())) == 0;
     }
 
     SingleByteTables m_tTables;
