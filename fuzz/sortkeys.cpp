@@ -1,0 +1,133 @@
+// Sort keys and comparison: whatever the texts, our order is that of ICU's keys, and comparing is as comparing keys.
+// The first byte chooses the sort, the second the strength; the rest is UTF-16BE, the two texts parted by U+000A.
+
+#include <unicode/ucol.h>
+#include <unicode/uloc.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "vel/nls/sorttable.h"
+
+namespace {
+
+using vel::nls::SortStrength;
+using vel::nls::SortTable;
+
+constexpr const char* kTags[] = {
+    "und",           "sv",      "fr-CA", "cs", "hu", "th", "ja", "ko", "zh", "en-u-ka-shifted",
+    "da-u-kf-upper", "en-u-kn", "vi",    "ar"};
+constexpr UCollationStrength kStrengths[] = {UCOL_PRIMARY, UCOL_SECONDARY, UCOL_TERTIARY, UCOL_QUATERNARY,
+                                             UCOL_IDENTICAL};
+
+struct Sort
+{
+    std::shared_ptr<const SortTable> m_pTable;
+    UCollator* m_pCollator;
+};
+
+std::vector<Sort> openAll()
+{
+    std::vector<Sort> sorts;
+    for (const char* tag : kTags) {
+        UErrorCode status = U_ZERO_ERROR;
+        char id[256];
+        int32_t parsed = 0;
+        uloc_forLanguageTag(tag, id, sizeof id, &parsed, &status);
+        sorts.push_back({SortTable::open(tag), ucol_open(id, &status)});
+        if (sorts.back().m_pTable == nullptr || U_FAILURE(status)) {
+            std::abort();
+        }
+    }
+    return sorts;
+}
+
+/// As SortTable reads it: lone surrogates and an odd byte are U+FFFD.
+std::u16string decode(std::string_view bytes)
+{
+    std::u16string text;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        text += static_cast<char16_t>((static_cast<unsigned char>(bytes[i]) << 8) |
+                                      static_cast<unsigned char>(bytes[i + 1]));
+    }
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isPair = (text[i] & 0xFC00) == 0xD800 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
+        if (isPair) {
+            ++i;
+        } else if ((text[i] & 0xF800) == 0xD800) {
+            text[i] = 0xFFFD;
+        }
+    }
+    if (bytes.size() % 2 != 0) {
+        text += u'\uFFFD';
+    }
+    return text;
+}
+
+std::string keyOf(const SortTable& table, std::string_view bytes, SortStrength strength)
+{
+    const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
+    // Blocks of exactly the sizes: a sanitizer sees what goes beyond them.
+    const std::size_t size = table.makeKey(data, bytes.size(), strength, nullptr, 0);
+    const std::unique_ptr<unsigned char[]> key(new unsigned char[size]);
+    if (table.makeKey(data, bytes.size(), strength, key.get(), size) != size ||
+        (size != 0 && std::memchr(key.get(), 0, size) != nullptr)) {
+        __builtin_trap();
+    }
+    return std::string(reinterpret_cast<const char*>(key.get()), size);
+}
+
+std::string icuKeyOf(const UCollator* collator, const std::u16string& text)
+{
+    std::string key;
+    std::size_t size = 64 + 8 * text.size();
+    while (size > key.size()) {
+        key.resize(size);
+        size = static_cast<std::size_t>(ucol_getSortKey(collator, text.data(), static_cast<int32_t>(text.size()),
+                                                        reinterpret_cast<std::uint8_t*>(key.data()),
+                                                        static_cast<int32_t>(key.size())));
+    }
+    key.resize(size);
+    return key;
+}
+
+int sign(int value)
+{
+    return (value > 0 ? 1 : 0) - (value < 0 ? 1 : 0);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const std::vector<Sort> kSorts = openAll();
+    if (size < 2) {
+        return 0;
+    }
+    const Sort& sort = kSorts[data[0] % kSorts.size()];
+    const std::size_t strength = data[1] % std::size(kStrengths);
+    const auto ours = static_cast<SortStrength>(strength);
+    const std::string_view bytes(reinterpret_cast<const char*>(data) + 2, size - 2);
+    const std::size_t split = std::min(bytes.find(std::string_view("\0\n", 2)), bytes.size());
+    const std::string left(bytes.substr(0, split));
+    const std::string right(bytes.substr(std::min(bytes.size(), split + 2)));
+    ucol_setStrength(sort.m_pCollator, kStrengths[strength]);
+    const std::u16string leftText = decode(left);
+    const std::u16string rightText = decode(right);
+    const int expected = sign(icuKeyOf(sort.m_pCollator, leftText).compare(icuKeyOf(sort.m_pCollator, rightText)));
+    const std::wstring leftWide(leftText.begin(), leftText.end());
+    const std::wstring rightWide(rightText.begin(), rightText.end());
+    if (sign(keyOf(*sort.m_pTable, left, ours).compare(keyOf(*sort.m_pTable, right, ours))) != expected ||
+        sort.m_pTable->compare(leftWide.data(), leftWide.size(), rightWide.data(), rightWide.size(), ours) !=
+            expected) {
+        __builtin_trap();
+    }
+    return 0;
+}
