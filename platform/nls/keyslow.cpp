@@ -51,13 +51,13 @@ void KeyWriter::addSlow(const char16_t* text, std::size_t length, std::size_t sk
     }
     std::size_t number = 0;
     const ElementPool::Loan loan(m_rData.m_tPool, text, length);
-    ElementReader reader(loan.get());
+    ElementReader reader(loan.get(), skip != 0);
     for (RawElement raw; reader.next(raw);) {
         Element element = m_rData.m_tRules.apply(raw);
         if (element.m_nTertiary != 0 && number < quaternaries.size()) {
             element.m_nQuaternary = quaternaries[number++];
         }
-        if (static_cast<std::size_t>(reader.end()) > skip) {
+        if (skip == 0 || static_cast<std::size_t>(reader.end()) > skip) {
             addElement(m_rData.encode(element));
         }
     }

@@ -31,6 +31,13 @@ PrimaryCodes::PrimaryCodes(std::vector<RankedPrimary> primaries) : m_tRanked(std
         m_tWeights.push_back(primary.m_nWeight);
     }
     m_tCodes.resize(m_tRanked.size());
+    m_tStarts.resize(0x10001);
+    for (std::size_t upper = 0, i = 0; upper < m_tStarts.size(); ++upper) {
+        while (i < m_tWeights.size() && (m_tWeights[i] >> 16) < upper) {
+            ++i;
+        }
+        m_tStarts[upper] = static_cast<std::uint32_t>(i);
+    }
     if (!allot(kHan) && !allot(kCommon)) {
         // So many scripts at once: none is favoured.
         for (RankedPrimary& primary : m_tRanked) {
@@ -155,7 +162,8 @@ void PrimaryCodes::assignBehind(const Gap& gap)
 
 PrimaryCode PrimaryCodes::codeOf(std::uint32_t weight) const
 {
-    const auto next = std::upper_bound(m_tWeights.begin(), m_tWeights.end(), weight);
+    const auto begin = m_tWeights.begin();
+    const auto next = std::upper_bound(begin + m_tStarts[weight >> 16], begin + m_tStarts[(weight >> 16) + 1], weight);
     PrimaryCode code;
     if (next == m_tWeights.begin()) {
         return code;

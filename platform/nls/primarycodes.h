@@ -46,7 +46,7 @@ public:
 
     PrimaryCode codeOf(std::uint32_t weight) const;
     std::size_t size() const noexcept { return m_tWeights.size(); }
-    std::size_t memory() const noexcept { return m_tWeights.capacity() * 4 + m_tCodes.capacity() * 4; }
+    std::size_t memory() const noexcept { return m_tWeights.capacity() * 4 + m_tCodes.capacity() * 4 + m_tStarts.capacity() * 4; }
 
 private:
     struct Gap
@@ -65,6 +65,8 @@ private:
 
     std::vector<RankedPrimary> m_tRanked;  ///< while building
     std::vector<std::uint32_t> m_tWeights;
+    /// For the upper 16 bits of a weight, how many weights are lower than all with these; one more at the end.
+    std::vector<std::uint32_t> m_tStarts;
     /// The bytes from the lowest on; no byte of a code is 0.
     std::vector<std::uint32_t> m_tCodes;
 };

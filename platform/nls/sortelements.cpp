@@ -8,7 +8,8 @@ namespace vel::nls {
 
 // ------------------------------------------------------------------------------------------------------- ElementReader
 
-ElementReader::ElementReader(UCollationElements* elements) : m_pElements(elements)
+ElementReader::ElementReader(UCollationElements* elements, bool needsEnds)
+    : m_pElements(elements), m_bNeedsEnds(needsEnds)
 {
     readHalf();
 }
@@ -18,7 +19,9 @@ void ElementReader::readHalf()
     UErrorCode status = U_ZERO_ERROR;
     m_nHalf = ucol_next(m_pElements, &status);
     throwOnFailure(status);
-    m_nHalfEnd = ucol_getOffset(m_pElements);
+    if (m_bNeedsEnds) {
+        m_nHalfEnd = ucol_getOffset(m_pElements);
+    }
 }
 
 bool ElementReader::next(RawElement& element)

@@ -25,16 +25,17 @@ class ElementReader
 {
 public:
     /// `elements` stands before its text.
-    explicit ElementReader(UCollationElements* elements);
+    explicit ElementReader(UCollationElements* elements, bool needsEnds = false);
 
     bool next(RawElement& element);
-    /// Where the text of the last element ends. ICU reads whole sequences: elements of one sequence have one end.
+    /// Where the text of the last element ends, if that was asked for. ICU reads whole sequences: elements of one sequence have one end.
     std::int32_t end() const noexcept { return m_nEnd; }
 
 private:
     void readHalf();
 
     UCollationElements* m_pElements;
+    bool m_bNeedsEnds;
     std::int32_t m_nHalf = 0;
     std::int32_t m_nHalfEnd = 0;
     std::int32_t m_nEnd = 0;
