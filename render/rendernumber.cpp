@@ -73,7 +73,7 @@ Decimal withDigits(const Decimal& number, std::int32_t digits) noexcept
 /// A sign before nothing but zeros would tell what the digits do not show.
 bool showsSign(const Decimal& shown) noexcept
 {
-    return shown.isNegative() && shown.kind() != Decimal::kNotANumber && !shown.isZero();
+    return shown.isNegative() && !shown.isZero();
 }
 
 void putInteger(TextWriter& out, std::string_view digits, View separator)

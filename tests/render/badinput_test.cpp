@@ -85,6 +85,18 @@ TEST(BadPicture, RandomPicturesAndMoments)
     }
 }
 
+/// Longer than the bits of a number, which would make a shift come round.
+TEST(BadPicture, LongRunsOfALetter)
+{
+    const DateTime moment{2005, 2, 5, 15, 7, 1, 0};
+    for (const wchar_t letter : {L'd', L'M', L'y', L'h', L'H', L'm', L's', L't'}) {
+        for (std::size_t length = 5; length <= 300; ++length) {
+            const std::wstring picture(length, letter);
+            EXPECT_EQ(rendered(picture, moment, Locale::kUSA), picture);
+        }
+    }
+}
+
 TEST(BadPicture, VeryLongOnes)
 {
     constexpr std::size_t kLength = 1'000'000;

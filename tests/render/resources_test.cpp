@@ -1,6 +1,5 @@
 #include <optional>
 
-#include "eightthreads.h"
 #include "faileverywhere.h"
 #include "failingallocator.h"
 #include "memoryfile.h"
@@ -8,7 +7,7 @@
 #include "rendering.h"
 #include "webi18n/currencylookup.h"
 
-// Memory: none in the steady state, and running out of it. Threads: one picture for all.
+// Memory: none in the steady state, and running out of it.
 
 namespace {
 
@@ -127,26 +126,6 @@ TEST(Resources, EveryAllocationMayFail)
     EXPECT_EQ(out->view().substr(3, complete.length()), complete.view());
     out.reset();
     EXPECT_EQ(testsupport::outstandingBlocks(), blocks);
-}
-
-TEST(Resources, OnePictureServesEveryThread)
-{
-    const std::vector<Locale> locales = {rendering::packLocale("en-us"), rendering::packLocale("ru-ru")};
-    const vel::DatePicture picture(kPicture);
-    const std::wstring expected[] = {L"Saturday, 5 February 2005 at 3:07:01 PM",
-                                     L"суббота, 5 февраля 2005 at 3:07:01 PM"};
-    const int faults = testsupport::faultsOf([&](int thread) {
-        int wrong = 0;
-        for (int i = 0; i < 2000; ++i) {
-            const std::size_t which = static_cast<std::size_t>(thread + i) % 2;
-            const vel::DatePicture copy(picture);
-            vel::StringBuffer<63> out;
-            copy.append(kMoment, locales[which], out);
-            wrong += out.view() == expected[which] ? 0 : 1;
-        }
-        return wrong;
-    });
-    EXPECT_EQ(faults, 0);
 }
 
 }  // namespace

@@ -56,7 +56,7 @@ public:
     static std::optional<Decimal> ofText(std::wstring_view text) noexcept;
 
     Kind kind() const noexcept { return m_eKind; }
-    /// Whether it has a minus sign; zeros may have one.
+    /// Whether it has a minus sign; zeros may have one, what is not a number never has.
     bool isNegative() const noexcept { return m_bNegative; }
     /// Whether it is finite and all of its digits are 0.
     bool isZero() const noexcept;
