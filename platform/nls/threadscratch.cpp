@@ -56,7 +56,7 @@ public:
     }
 
 private:
-    std::array<Block, 6> m_aBlocks;
+    std::array<Block, 12> m_aBlocks;
 };
 
 thread_local FreeBlocks t_blocks;
