@@ -67,6 +67,8 @@ TEST(DatePicture, OverridesOfAUser)
     EXPECT_EQ(date(german.getInfoView(Locale::kDateInputFormat), moment, german), "31.12.2005");
     EXPECT_EQ(date(german.getInfoView(Locale::kTimeInputFormat), moment, german), "15:07:01");
 
+    mine.setOverridingDateInputFormat(L"d", Locale::kMDY);
+    EXPECT_EQ(date(mine.getInfoView(Locale::kDateInputFormat), moment, mine), "12Samstag2005") << "MMddddyyyy";
     mine.setOverridingTimeInputFormat(L"", Locale::kIs24HR);
     EXPECT_EQ(date(mine.getInfoView(Locale::kTimeInputFormat), moment, mine), "15:07:01");
 }

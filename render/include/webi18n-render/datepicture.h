@@ -40,6 +40,9 @@ class DateSteps;
 ///     d MMMM yyyy (ru-ru)       -> 5 февраля 2005      MMMM yyyy (ru-ru) -> февраль 2005
 ///     tth:mm (ja-jp)            -> 午後3:07
 ///
+/// A separator stands in an input format as the definition or the user wrote it, so letters and apostrophes in it are
+/// read as here: with the separator "d", "MMddddyyyy" -> 02Saturday2005.
+///
 /// Fields outside of their ranges have their output too: numbers are written as they are, hours of the 12-hour clock
 /// are taken modulo 12 and their markers modulo 24, and what has no name has no text.
 ///
