@@ -1,5 +1,7 @@
 #include "keyshort.h"
 
+#include <emmintrin.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -112,6 +114,32 @@ struct QuaternaryEvents
     std::size_t size() const noexcept { return static_cast<std::size_t>(m_pEnd - m_aBytes); }
 };
 
+/// One byte for each of eight characters, the first one lowest.
+struct AsciiCodes
+{
+    std::uint64_t m_nPrimary = 0;
+    std::uint64_t m_nTertiary = 0;  ///< 0: common
+};
+
+/// Looks up eight units of UTF-16BE; false when one is not a simple ASCII character.
+bool readEight(const SortData& data, __m128i units, AsciiCodes& codes) noexcept
+{
+    const __m128i beyond = _mm_and_si128(units, _mm_set1_epi16(static_cast<short>(0x80FF)));
+    if (_mm_movemask_epi8(_mm_cmpeq_epi16(beyond, _mm_setzero_si128())) != 0xFFFF) {
+        return false;
+    }
+    const __m128i packed = _mm_packus_epi16(_mm_srli_epi16(units, 8), _mm_setzero_si128());
+    const auto characters = static_cast<std::uint64_t>(_mm_cvtsi128_si64(packed));
+    codes = {};
+    for (int shift = 0; shift < 64; shift += 8) {
+        const std::uint64_t both = data.m_aAscii[(characters >> shift) & 0x7F];
+        codes.m_nPrimary |= (both & 0xFF) << shift;
+        codes.m_nTertiary |= (both >> 8) << shift;
+    }
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    return ((codes.m_nPrimary - kOnes) & ~codes.m_nPrimary & (kOnes << 7)) == 0;
+}
+
 template <unsigned kLevels, bool kBackwards>
 class ShortKey
 {
@@ -130,6 +158,9 @@ private:
                                            (kLevels >= 3 ? entry::kTertiary : 0) |
                                            (kLevels >= 4 ? entry::kQuaternary : 0);
 
+    void addAscii(AsciiCodes codes, std::size_t count) noexcept;
+    std::size_t readAscii(std::size_t begin) noexcept;
+    bool readOthers(std::size_t& next, std::size_t stop) noexcept;
     bool readUncommon(std::size_t i, Reading& reading) noexcept;
     bool addEvents(SortEntry e) noexcept;
     bool addSyllable(std::uint32_t number, std::size_t unitsBehind) noexcept;
@@ -209,16 +240,91 @@ bool ShortKey<kLevels, kBackwards>::readUncommon(std::size_t i, Reading& reading
     return addEvents(reading.m_nEntry);
 }
 
+/// Stores the codes of `count` simple ASCII characters.
+template <unsigned kLevels, bool kBackwards>
+void ShortKey<kLevels, kBackwards>::addAscii(AsciiCodes codes, std::size_t count) noexcept
+{
+    std::memcpy(m_pEnd, &codes.m_nPrimary, sizeof codes.m_nPrimary);
+    m_pEnd += count;
+    if (kLevels >= 3) {
+        while (codes.m_nTertiary != 0) {
+            const int lane = __builtin_ctzll(codes.m_nTertiary) / 8;
+            // Runs are short here: a lower weight always finds room.
+            static_cast<void>(m_tTertiary.add(m_nElements + static_cast<std::size_t>(lane),
+                                              static_cast<unsigned char>(codes.m_nTertiary >> (8 * lane))));
+            codes.m_nTertiary &= ~(std::uint64_t{0xFF} << (8 * lane));
+        }
+    }
+    m_nElements += count;
+}
+
+/// Reads simple ASCII characters from `i` on, eight at a time, and returns where others begin or too few are left. The
+/// last ones of a text are read together with some that were read before, which saves a loop that is hard to foresee.
+template <unsigned kLevels, bool kBackwards>
+std::size_t ShortKey<kLevels, kBackwards>::readAscii(const std::size_t begin) noexcept
+{
+    const unsigned char* const bytes = m_tText.bytes();
+    const std::size_t size = m_tText.size();
+    std::size_t i = begin;
+    AsciiCodes codes;
+    for (; size - i >= 8; i += 8) {
+        if (!readEight(m_rData, _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 2 * i)), codes)) {
+            return i;
+        }
+        addAscii(codes, 8);
+    }
+    const std::size_t rest = size - i;
+    if (rest == 0) {
+        return i;
+    }
+    if (i - begin >= 8) {
+        if (!readEight(m_rData, _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 2 * (size - 8))), codes)) {
+            return i;
+        }
+        const std::size_t shift = 8 * (8 - rest);
+        addAscii({codes.m_nPrimary >> shift, codes.m_nTertiary >> shift}, rest);
+        return size;
+    }
+    if (rest >= 4) {
+        const __m128i first = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes + 2 * i));
+        const __m128i last = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes + 2 * (size - 4)));
+        if (!readEight(m_rData, _mm_unpacklo_epi64(first, last), codes)) {
+            return i;
+        }
+        const auto fold = [&](std::uint64_t lanes) {
+            return (lanes & 0xFFFFFFFFU) | ((lanes >> 32) << (8 * (rest - 4)));
+        };
+        addAscii({fold(codes.m_nPrimary), fold(codes.m_nTertiary)}, rest);
+        return size;
+    }
+    return i;
+}
+
 template <unsigned kLevels, bool kBackwards>
 bool ShortKey<kLevels, kBackwards>::read() noexcept
+{
+    constexpr std::size_t kStep = 16;
+    const std::size_t size = m_tText.size();
+    for (std::size_t i = 0; i < size;) {
+        i = readAscii(i);
+        if (i < size && !readOthers(i, std::min(size, i + kStep))) {
+            return false;
+        }
+    }
+    return !kBackwards || m_tBackwards.writeTo(m_tSecondary, m_nElements);
+}
+
+/// Reads up to `stop`, or beyond where a sequence ends there.
+template <unsigned kLevels, bool kBackwards>
+bool ShortKey<kLevels, kBackwards>::readOthers(std::size_t& next, std::size_t stop) noexcept
 {
     // Copies that no store of bytes can change, as far as the compiler knows.
     const SortPages& pages = m_rData.m_tPages;
     const BigEndianText text = m_tText;
-    const std::size_t size = text.size();
     unsigned char* end = m_pEnd;
-    std::size_t elements = 0;
-    for (std::size_t i = 0; i < size;) {
+    std::size_t elements = m_nElements;
+    std::size_t i = next;
+    while (i < stop) {
         SortEntry e = text.entryAt(pages, i);
         std::size_t width = 1;
         if ((e & kUncommon) != 0) {
@@ -241,7 +347,8 @@ bool ShortKey<kLevels, kBackwards>::read() noexcept
     }
     m_pEnd = end;
     m_nElements = elements;
-    return !kBackwards || m_tBackwards.writeTo(m_tSecondary, elements);
+    next = i;
+    return true;
 }
 
 template <unsigned kLevels, bool kBackwards>

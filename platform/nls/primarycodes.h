@@ -46,7 +46,10 @@ public:
 
     PrimaryCode codeOf(std::uint32_t weight) const;
     std::size_t size() const noexcept { return m_tWeights.size(); }
-    std::size_t memory() const noexcept { return m_tWeights.capacity() * 4 + m_tCodes.capacity() * 4 + m_tStarts.capacity() * 4; }
+    std::size_t memory() const noexcept
+    {
+        return m_tWeights.capacity() * 4 + m_tCodes.capacity() * 4 + m_tStarts.capacity() * 4;
+    }
 
 private:
     struct Gap

@@ -15,6 +15,7 @@ class BigEndianText
 public:
     BigEndianText(const unsigned char* bytes, std::size_t units) noexcept : m_pBytes(bytes), m_nSize(units) {}
 
+    const unsigned char* bytes() const noexcept { return m_pBytes; }
     std::size_t size() const noexcept { return m_nSize; }
     char32_t operator[](std::size_t i) const noexcept
     {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -90,6 +91,9 @@ struct SortData
     CollatorPtr m_pUnshifted;  ///< quaternary, shifts nothing; null when no element has a quaternary weight
     mutable ElementPool m_tPool;
     SortPages m_tPages;
+    /// The ASCII characters of one primary byte and no accent: that byte, and above it the tertiary code. 0: the
+    /// others.
+    std::array<std::uint16_t, 128> m_aAscii{};
     std::optional<PrimaryCodes> m_tPrimaries;
     std::optional<LevelCodes> m_tSecondaries;
     std::optional<LevelCodes> m_tTertiaries;

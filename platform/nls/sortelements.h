@@ -28,7 +28,8 @@ public:
     explicit ElementReader(UCollationElements* elements, bool needsEnds = false);
 
     bool next(RawElement& element);
-    /// Where the text of the last element ends, if that was asked for. ICU reads whole sequences: elements of one sequence have one end.
+    /// Where the text of the last element ends, if that was asked for. ICU reads whole sequences: elements of one
+    /// sequence have one end.
     std::int32_t end() const noexcept { return m_nEnd; }
 
 private:

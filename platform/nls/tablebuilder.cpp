@@ -33,6 +33,7 @@ public:
         addCharacters();
         addOpenings();
         addHangul();
+        addAscii();
         m_pData->m_nCutRun = std::max<std::size_t>(4, m_tStrings.contexts().m_nLongest);
         m_pData->m_tElements.shrink_to_fit();
         m_pData->m_tLists.shrink_to_fit();
@@ -55,6 +56,7 @@ private:
     void addCharacters();
     bool areLettersPlain(char32_t first, char32_t last) const;
     void addHangul();
+    void addAscii();
     SortEntry syllableEntry(char32_t number) const;
     SortEntry entryOf(Elements elements);
     bool fitsEntry(const std::vector<CodedElement>& elements) const;
@@ -278,6 +280,18 @@ void TableBuilder::addHangul()
         // A syllable that the sort tailors is there already.
         if (m_pData->m_tPages.find(kFirstSyllable + k) == entry::special(kSlowKind)) {
             m_pData->m_tPages.set(kFirstSyllable + k, syllableEntry(k));
+        }
+    }
+}
+
+void TableBuilder::addAscii()
+{
+    for (std::size_t c = 0; c < m_pData->m_aAscii.size(); ++c) {
+        const SortEntry e = m_pData->m_tPages.find(static_cast<char32_t>(c));
+        constexpr SortEntry kUncommon = entry::kSpecial | entry::kMark | entry::kQuaternary | entry::kSecondary;
+        if ((e & kUncommon) == 0 && entry::primaryLength(e) == 1 && entry::elements(e) == 1) {
+            m_pData->m_aAscii[c] =
+                static_cast<std::uint16_t>((entry::primaryBytes(e) & 0xFF) | (entry::tertiary(e) << 8));
         }
     }
 }

@@ -285,7 +285,8 @@ std::optional<int> compareTexts(const SortData& data, const wchar_t* a, std::siz
     const WideText left(a, na);
     // Behind the equal part a mark may belong to what stands in it.
     const WideText right(b, nb);
-    const std::size_t begin = stepBack(data, left, equal, mayBeMark(data, left, equal) || mayBeMark(data, right, equal));
+    const std::size_t begin =
+        stepBack(data, left, equal, mayBeMark(data, left, equal) || mayBeMark(data, right, equal));
     if (begin == equal) {
         if (const int order = compareFirst(data, left, right, equal)) {
             return order;
