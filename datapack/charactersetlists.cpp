@@ -83,7 +83,7 @@ icu::UnicodeSet lettersOf(const PackLocale& locale)
 {
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<ULocaleData, decltype(&ulocdata_close)> data(ulocdata_open(locale.icu.getName(), &status),
-                                                                      &ulocdata_close);
+                                                                       &ulocdata_close);
     checkIcu(status, "locale data of " + locale.name);
     icu::UnicodeSet letters;
     ulocdata_getExemplarSet(data.get(), letters.toUSet(), USET_ADD_CASE_MAPPINGS, ULOCDATA_ES_STANDARD, &status);
