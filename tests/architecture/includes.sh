@@ -21,10 +21,11 @@ render               core messages webi18n render
 datapack             core log xml messages config transcoding nls webi18n
 answers              core log xml messages config transcoding nls webi18n answers
 cli                  core log xml messages config transcoding nls webi18n answers
+server               core log xml messages config transcoding nls webi18n answers
 examples             core log xml messages config transcoding nls webi18n render
 bench                core log xml messages config transcoding nls webi18n render
 fuzz                 core log xml messages config transcoding nls webi18n render
-tests                core log xml messages config transcoding nls webi18n render
+tests                core log xml messages config transcoding nls webi18n render answers
 "
 
 # Pattern of a third-party header, then the folders that may name it. Benchmarks name it as the peer. Only tests change
@@ -35,14 +36,16 @@ unicode/.*           platform/transcoding platform/nls datapack bench fuzz tests
 libxml/.*            bench
 iconv\.h             bench tests
 CLI/.*               cli
-nlohmann/.*          answers tests/cli
+nlohmann/.*          answers tests/cli tests/server
+boost/.*             server
+spdlog/.*            server
 gtest/.*             tests
 gmock/.*             tests
 locale\.h            tests
 "
 
 # Headers of the system and the compiler, beside those of the C++ library (which have no extension).
-systemHeaders='cxxabi\.h|emmintrin\.h|immintrin\.h|fcntl\.h|malloc\.h|time\.h|unistd\.h|dlfcn\.h|pthread\.h|sys/[a-z]+\.h'
+systemHeaders='arpa/inet\.h|cxxabi\.h|emmintrin\.h|immintrin\.h|fcntl\.h|malloc\.h|time\.h|unistd\.h|dlfcn\.h|pthread\.h|sys/[a-z]+\.h'
 
 faults=0
 fault() {
@@ -98,7 +101,7 @@ checkOwn() {
 
 # Tests of internals may include a folder's private headers; prints where such a header stands.
 ownSource() {
-    find platform webi18n datapack answers cli -name "$(basename "$1")" -print -quit 2>/dev/null
+    find platform webi18n datapack answers cli server -name "$(basename "$1")" -print -quit 2>/dev/null
 }
 
 checkFile() {

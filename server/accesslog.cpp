@@ -1,0 +1,30 @@
+#include "accesslog.h"
+
+#include <string>
+
+#include "call.h"
+#include "spdlogsink.h"
+#include "vel/core/message.h"
+
+namespace server {
+
+namespace {
+
+constexpr std::size_t kTargetBytes = 512;  // of a long target the beginning tells enough
+
+}  // namespace
+
+void logAccess(const Served& served)
+{
+    const vel::ScopedLogSource source(klsAccess);
+    if (!vel::Logger::isEnabled(vel::kLogInformation)) {
+        return;
+    }
+    const std::string method = served.m_sMethod.empty() ? "-" : printable(served.m_sMethod);
+    const std::string target = served.m_sTarget.empty() ? "-" : printable(served.m_sTarget.substr(0, kTargetBytes));
+    const std::string line =
+        method + " " + target + " " + std::to_string(served.m_nStatus) + " " + std::to_string(served.m_nSeconds);
+    VEL_LOG(vel::kLogInformation, vel::Message::text(*vel::stringFromUtf8(line)));
+}
+
+}  // namespace server

@@ -1,0 +1,78 @@
+#include "catalogues.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace server {
+
+namespace {
+
+/// No rule but one for everything begins like this: the last character that there is stands in no language tag.
+constexpr const wchar_t* ksNobodysTag = L"\U0010FFFF";
+
+/// The catalogue of the process with the definitions of all files.
+const vel::Handle<const vel::LocaleTagLookup>& loadLocales(answers::DataFiles& files)
+{
+    const auto& catalogue = vel::LocaleTagLookup::getInstanceHandle();
+    for (const vel::FilePath& file : files.definitionFiles()) {
+        vel::LocaleTagLookup::getInstanceForLoading().loadLocaleDefinitions(files.config(), file.toString());
+    }
+    return catalogue;
+}
+
+}  // namespace
+
+Catalogues::Catalogues(answers::DataOptions options) : m_tFiles(std::move(options)), m_tMapping(loadLocales(m_tFiles))
+{
+    if (const auto file = m_tFiles.mappingFile()) {
+        m_tMapping.loadMappings(file->toString());
+    }
+    m_tLanguages.loadConfig(m_tFiles.config(), vel::kConfigInitialize);
+    for (const vel::FilePath& file : m_tFiles.currencyFiles()) {
+        vel::CurrencyLookup::getInstance().loadCurrencies(file.toString());
+    }
+    m_hCharacterSets = vel::makeHandle<vel::CharacterSetResolver>();
+    for (const vel::FilePath& file : m_tFiles.characterSetFiles()) {
+        m_hCharacterSets->loadCharacterSetDefinitions(file);
+    }
+    for (const vel::FilePath& file : m_tFiles.characterSetListFiles()) {
+        m_hCharacterSets->loadCharacterSetLists(file);
+    }
+    m_hSorts = vel::i18n::NLSEnvironment::getEnvironmentGuard();
+    loadMessages();
+    if (const auto why = m_tMapping.explainLocale(ksNobodysTag, L""); why.m_tRule) {
+        m_tLastRule = why.m_tRule->m_nIndex;
+    }
+}
+
+void Catalogues::loadMessages()
+{
+    m_hNoMessages = vel::makeHandle<vel::MessageTable>(vel::String());
+    const auto folder = m_tFiles.dataFile(L"messages");
+    if (!folder) {
+        return;
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(folder->toNative())) {
+        if (const auto language = vel::stringFromUtf8(entry.path().filename().string()); language) {
+            m_tMessages.emplace(*language, m_tFiles.messages(*language));
+        }
+    }
+}
+
+vel::Handle<const vel::CharacterSetList> Catalogues::characterSetList(const vel::String& name) const
+{
+    const auto& lists = m_hCharacterSets->getCharacterSetLists();
+    const auto found = lists.find(name);
+    return found == lists.end() ? vel::Handle<const vel::CharacterSetList>() : found->second;
+}
+
+answers::Captions Catalogues::captions(const vel::String& language) const
+{
+    const auto tableOf = [this](const vel::String& name) {
+        const auto found = m_tMessages.find(name);
+        return found == m_tMessages.end() ? m_hNoMessages : found->second;
+    };
+    return {tableOf(language), tableOf(L"en")};
+}
+
+}  // namespace server

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+
+namespace server {
+
+/// What a client may ask of the server; beyond each there is an answer, or a clean close where none can be given.
+struct Limits
+{
+    std::size_t m_nHeaderBytes = std::size_t{8} << 10;                   ///< request line and header: 431
+    std::size_t m_nBodyBytes = std::size_t{1} << 20;                     ///< 413
+    std::size_t m_nConnections = 512;                                    ///< 503
+    std::chrono::milliseconds m_tHeaderTime = std::chrono::seconds(10);  ///< from the first byte to the last: 408
+    std::chrono::milliseconds m_tBodyTime = std::chrono::seconds(20);    ///< 408
+    std::chrono::milliseconds m_tIdleTime = std::chrono::seconds(30);    ///< between requests: closed
+    std::chrono::milliseconds m_tWriteTime = std::chrono::seconds(20);   ///< for a client to take an answer: closed
+    std::chrono::milliseconds m_tLingerTime = std::chrono::seconds(2);   ///< for it to read the last one: closed
+    std::chrono::milliseconds m_tStopTime = std::chrono::seconds(5);     ///< for requests in flight when stopping
+};
+
+/// What a request's parts may hold.
+inline constexpr std::size_t kCookieBytes = 1024;   ///< of the preferences' cookie: 431
+inline constexpr std::size_t kOverrideLength = 64;  ///< characters of one preference: 400
+inline constexpr std::size_t kQualityEntries = 64;  ///< of an Accept header; those behind are reported
+inline constexpr std::size_t kParameters = 32;      ///< of a query: 400
+inline constexpr std::size_t kTypedLength = 1024;   ///< characters of a typed date: 400
+inline constexpr std::size_t kLanguageLength = 64;  ///< characters of a requested language: 400
+
+}  // namespace server

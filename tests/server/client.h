@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tests {
+
+/// What came back: an HTTP answer, taken apart.
+struct Reply
+{
+    unsigned m_nStatus = 0;
+    std::map<std::string, std::string> m_tHeaders;  // names in lower case
+    std::string m_sBody;
+
+    nlohmann::json json() const { return nlohmann::json::parse(m_sBody); }
+};
+
+/// A client that says exactly the bytes that it is told to say. Every read ends after ten seconds at most, which fails
+/// the test by an exception.
+class Client
+{
+public:
+    explicit Client(std::uint16_t port);
+    ~Client();
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+
+    /// False when the server has closed.
+    bool send(std::string_view bytes);
+    /// Says that nothing more will be sent.
+    void finishSending();
+    /// The next answer; nothing when the server closes without one.
+    std::optional<Reply> receive(bool withoutBody = false);
+    /// Whether the server has closed, and nothing is left to read.
+    bool isClosed();
+
+private:
+    bool readMore();
+
+    int m_nSocket;
+    std::string m_sRead;
+};
+
+/// One request on a connection of its own. `headers` are whole lines with their ends.
+Reply get(std::uint16_t port, std::string_view target, std::string_view headers = {});
+
+}  // namespace tests
