@@ -1,10 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <new>
 #include <stdexcept>
 
 #include "assertioncapture.h"
 #include "countingservice.h"
+#include "failingallocator.h"
 #include "printers.h"
 #include "vel/core/exception.h"
 #include "webi18n/nlsenvironment.h"
@@ -214,15 +216,27 @@ TEST_F(NlsLanguage, APooledKeyThatCannotBeMadeIsReportedAndTriedAgain)
     EXPECT_THAT(capture.texts(), ElementsAre("n1 != -1"));
 }
 
-TEST_F(NlsLanguage, AServiceThatAlwaysFailsEndsWithThePoolsMemory)
+TEST(NlsLanguageMemory, AServiceThatAlwaysFailsEndsWithThePoolsMemory)
 {
-    const NLSLanguage language(globals(), L".AL16UTF16");
+    vel::nls::EntryPoints failing = vel::nls::linkedService();
+    failing.m_pMakeSortKey = [](unsigned char*, std::size_t, const unsigned char*, std::size_t, unsigned,
+                                vel::nls::LanguageHandle*,
+                                vel::nls::ContextRecord*) { return vel::nls::kSortKeyError; };
+    vel::nls::replaceLinkedService(&failing);
+    const Handle<NLSEnvironment> guard = NLSEnvironment::getEnvironmentGuard();
+    vel::nls::replaceLinkedService(nullptr);
+    NLSThreadContext context(NLSEnvironment::getDefaultEnvironment());
+    const NLSLanguage language(context.getInternalNlsGlobals(), L".AL16UTF16");
     vel::NarrowStringPool pool(0);
     vel::NarrowRefString key("before", 6);
-    m_tService.fail(kMakeSortKey, 1000000);
-    const testsupport::AssertionCapture capture;
-    EXPECT_THROW(language.createRefCollationKey(L"a", 1, pool, key, m_tWork, 0), std::bad_alloc);
+    AutoBuffer<unsigned char, 64> work;
+    {
+        // Two blocks and the list of them are granted: the next would be a gigabyte before long.
+        const testsupport::FailingAllocations outOfMemory(3);
+        EXPECT_THROW(language.createRefCollationKey(L"a", 1, pool, key, work, 0), std::bad_alloc);
+    }
     EXPECT_EQ(key.view(), "before");
+    EXPECT_TRUE(pool.lastString().isEmpty());
 }
 
 TEST_F(NlsLanguage, ALengthThatCannotBeRepresentedIsReported)
