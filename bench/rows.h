@@ -43,6 +43,8 @@ void addCharacterSetRows(std::vector<Situation>& rows, const Data& data);
 void addDateRows(std::vector<Situation>& rows, const Data& data);
 void addRenderRows(std::vector<Situation>& rows, const Data& data);
 void addTranscodingRows(std::vector<Situation>& rows);
+void addCollatorRows(std::vector<Situation>& rows);
+void addSortKeyRows(std::vector<Situation>& rows);
 void addStartupRows(std::vector<Situation>& rows);
 
 }  // namespace bench

@@ -63,6 +63,8 @@ std::vector<bench::Situation> allRows(const Arguments& arguments)
     bench::addDateRows(rows, data);
     bench::addRenderRows(rows, data);
     bench::addTranscodingRows(rows);
+    bench::addCollatorRows(rows);
+    bench::addSortKeyRows(rows);
     bench::addStartupRows(rows);
     return rows;
 }
