@@ -81,11 +81,16 @@ struct BackwardEvents
     }
 };
 
-unsigned char* copyLevel(unsigned char* out, const unsigned char* bytes, std::size_t size) noexcept
+/// Few bytes mostly: sixteen at once where there is room, for neither a loop nor a call is as fast. `bytes` has as
+/// many.
+unsigned char* copyLevel(unsigned char* out, const unsigned char* limit, const unsigned char* bytes,
+                         std::size_t size) noexcept
 {
-    // Few bytes mostly: a call would take longer.
-    for (std::size_t i = 0; i < size; ++i) {
-        out[i] = bytes[i];
+    constexpr std::size_t kAtOnce = 16;
+    if (size <= kAtOnce && limit - out >= static_cast<std::ptrdiff_t>(kAtOnce)) {
+        std::memcpy(out, bytes, kAtOnce);
+    } else {
+        std::memcpy(out, bytes, size);
     }
     return out + size;
 }
@@ -368,12 +373,12 @@ std::optional<std::size_t> ShortKey<kLevels, kBackwards>::put(bool isIdentical, 
     }
     unsigned char* out = m_pEnd;
     *out++ = kLevelEnd;
-    out = copyLevel(out, m_tSecondary.m_aBytes, m_tSecondary.size());
+    out = copyLevel(out, m_pLimit, m_tSecondary.m_aBytes, m_tSecondary.size());
     *out++ = kLevelEnd;
     if (kLevels >= 3) {
-        out = copyLevel(out, m_tTertiary.m_aBytes, m_tTertiary.size());
+        out = copyLevel(out, m_pLimit, m_tTertiary.m_aBytes, m_tTertiary.size());
         *out++ = kLevelEnd;
-        copyLevel(out, m_tQuaternary.m_aBytes, m_tQuaternary.size());
+        copyLevel(out, m_pLimit, m_tQuaternary.m_aBytes, m_tQuaternary.size());
     }
     return isIdentical ? putIdentical(total, utf16be) : total;
 }

@@ -12,7 +12,7 @@ constexpr unsigned char kLast = 0xFE;
 }  // namespace
 
 LevelCodes::LevelCodes(std::uint16_t common, unsigned char top, const std::map<std::uint16_t, std::size_t>& counts)
-    : m_nCommon(common), m_nTop(top)
+    : m_nCommon(common)
 {
     std::vector<std::pair<std::size_t, std::uint16_t>> low;
     std::vector<std::pair<std::size_t, std::uint16_t>> high;

@@ -39,7 +39,6 @@ private:
     void assign(std::vector<std::pair<std::size_t, std::uint16_t>> weights, unsigned char base, std::size_t room);
 
     std::uint16_t m_nCommon;
-    unsigned char m_nTop;
     std::vector<Weight> m_tWeights;
 };
 
