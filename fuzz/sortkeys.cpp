@@ -5,6 +5,7 @@
 #include <unicode/uloc.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -12,7 +13,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "vel/nls/sorttable.h"
 
@@ -30,23 +30,26 @@ constexpr UCollationStrength kStrengths[] = {UCOL_PRIMARY, UCOL_SECONDARY, UCOL_
 struct Sort
 {
     std::shared_ptr<const SortTable> m_pTable;
-    UCollator* m_pCollator;
+    UCollator* m_pCollator = nullptr;
 };
 
-std::vector<Sort> openAll()
+/// Each is opened when it is first chosen: all of them at once would make the first input a slow one.
+const Sort& sortOf(std::size_t number)
 {
-    std::vector<Sort> sorts;
-    for (const char* tag : kTags) {
+    static std::array<Sort, std::size(kTags)> s_sorts{};
+    Sort& sort = s_sorts[number % s_sorts.size()];
+    if (sort.m_pTable == nullptr) {
+        const char* tag = kTags[number % s_sorts.size()];
         UErrorCode status = U_ZERO_ERROR;
         char id[256];
         int32_t parsed = 0;
         uloc_forLanguageTag(tag, id, sizeof id, &parsed, &status);
-        sorts.push_back({SortTable::open(tag), ucol_open(id, &status)});
-        if (sorts.back().m_pTable == nullptr || U_FAILURE(status)) {
+        sort = {SortTable::open(tag), ucol_open(id, &status)};
+        if (sort.m_pTable == nullptr || U_FAILURE(status)) {
             std::abort();
         }
     }
-    return sorts;
+    return sort;
 }
 
 /// As SortTable reads it: lone surrogates and an odd byte are U+FFFD.
@@ -107,11 +110,10 @@ int sign(int value)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const std::vector<Sort> kSorts = openAll();
     if (size < 2) {
         return 0;
     }
-    const Sort& sort = kSorts[data[0] % kSorts.size()];
+    const Sort& sort = sortOf(data[0]);
     const std::size_t strength = data[1] % std::size(kStrengths);
     const auto ours = static_cast<SortStrength>(strength);
     const std::string_view bytes(reinterpret_cast<const char*>(data) + 2, size - 2);
