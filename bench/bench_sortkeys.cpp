@@ -9,8 +9,8 @@
 
 #include "rows.h"
 #include "sortcorpora.h"
-#include "sorttext.h"
 #include "vel/nls/sorttable.h"
+#include "vel/transcoding/utf16.h"
 
 // The tables behind the collator: how long their keys are, what the texts cost that they do not hold, and what they
 // cost themselves.
@@ -84,7 +84,8 @@ public:
         for (const std::wstring& text : m_tTexts) {
             m_tUnits.resize(4 * text.size() + 1);
             m_tKey.resize(std::max(m_tKey.size(), 5 * text.size() + 6));
-            const std::size_t count = vel::nls::encodeBigEndian(text.data(), text.size(), m_tUnits.data());
+            const std::size_t count =
+                vel::encodeUtf16BigEndian(text.data(), text.size(), reinterpret_cast<char*>(m_tUnits.data()));
             bytes += m_pTable->makeKey(m_tUnits.data(), count, m_eStrength, m_tKey.data(), m_tKey.size());
             keep(m_tKey);
         }

@@ -3,6 +3,7 @@
 
 #include <unicode/ucol.h>
 #include <unicode/uloc.h>
+#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <array>
@@ -101,6 +102,18 @@ std::string icuKeyOf(const UCollator* collator, const std::u16string& text)
     return key;
 }
 
+std::wstring wideOf(const std::u16string& text)
+{
+    std::wstring wide;
+    const auto size = static_cast<std::int32_t>(text.size());
+    for (std::int32_t i = 0; i < size;) {
+        UChar32 character = 0;
+        U16_NEXT(text.data(), i, size, character);
+        wide += static_cast<wchar_t>(character);
+    }
+    return wide;
+}
+
 int sign(int value)
 {
     return (value > 0 ? 1 : 0) - (value < 0 ? 1 : 0);
@@ -124,8 +137,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::u16string leftText = decode(left);
     const std::u16string rightText = decode(right);
     const int expected = sign(icuKeyOf(sort.m_pCollator, leftText).compare(icuKeyOf(sort.m_pCollator, rightText)));
-    const std::wstring leftWide(leftText.begin(), leftText.end());
-    const std::wstring rightWide(rightText.begin(), rightText.end());
+    const std::wstring leftWide = wideOf(leftText);
+    const std::wstring rightWide = wideOf(rightText);
     if (sign(keyOf(*sort.m_pTable, left, ours).compare(keyOf(*sort.m_pTable, right, ours))) != expected ||
         sort.m_pTable->compare(leftWide.data(), leftWide.size(), rightWide.data(), rightWide.size(), ours) !=
             expected) {

@@ -50,12 +50,9 @@ unsigned char* putBinary(char32_t c, unsigned char* out) noexcept
 }
 
 /// Reads wide text by code points, as SortTable::compare takes it.
-char32_t nextWide(const wchar_t* text, std::size_t length, std::size_t& i) noexcept
+char32_t nextWide(const wchar_t* text, std::size_t& i) noexcept
 {
     const auto c = static_cast<char32_t>(text[i++]);
-    if (isLeadSurrogate(c) && i < length && isTrailSurrogate(static_cast<char32_t>(text[i]))) {
-        return joinSurrogates(c, static_cast<char32_t>(text[i++]));
-    }
     return isSurrogate(c) || c > 0x10FFFF ? kReplacement : c;
 }
 
@@ -82,8 +79,8 @@ int BinaryEngine::compare(const wchar_t* a, std::size_t na, const wchar_t* b, st
     std::size_t i = 0;
     std::size_t j = 0;
     while (i < na && j < nb) {
-        const char32_t left = nextWide(a, na, i);
-        const char32_t right = nextWide(b, nb, j);
+        const char32_t left = nextWide(a, i);
+        const char32_t right = nextWide(b, j);
         if (left != right) {
             return left < right ? -1 : 1;
         }

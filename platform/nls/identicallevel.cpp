@@ -67,8 +67,8 @@ void appendNormalized(const unsigned char* utf16be, std::size_t byteCount, KeyBy
 
 std::shared_ptr<const Decompositions> Decompositions::shared()
 {
-    static constinit SharedPlaces<Decompositions> s_places;
-    return s_places.findOrAdd("nfd")->get(
+    static constinit SharedPlaces<Decompositions> places;
+    return places.findOrAdd("nfd")->get(
         [](std::shared_ptr<void> place) { return std::make_shared<const Decompositions>(std::move(place)); });
 }
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "sorttext.h"
 #include "threadscratch.h"
+#include "vel/transcoding/utf16.h"
 
 namespace vel::nls {
 
@@ -18,7 +18,7 @@ public:
         : m_tKey(5 * length + 64)
     {
         const ThreadScratch bytes(4 * length + 1);
-        const std::size_t count = encodeBigEndian(text, length, bytes.data());
+        const std::size_t count = encodeUtf16BigEndian(text, length, reinterpret_cast<char*>(bytes.data()));
         m_nSize = engine.makeKey(bytes.data(), count, strength, m_tKey.data(), m_tKey.size());
         if (m_nSize > m_tKey.size()) {
             ThreadScratch larger(m_nSize);

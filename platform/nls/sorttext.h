@@ -35,8 +35,4 @@ constexpr char16_t bigEndianUnit(const unsigned char* bytes) noexcept
 /// Lone surrogates and an odd byte at the end become U+FFFD.
 std::size_t decodeBigEndian(const unsigned char* utf16be, std::size_t byteCount, char16_t* out) noexcept;
 
-/// Writes wide text as UTF-16BE and returns the number of bytes, at most 4 for each character. What is no code point
-/// becomes U+FFFD, surrogates stay units of their own.
-std::size_t encodeBigEndian(const wchar_t* text, std::size_t length, unsigned char* out) noexcept;
-
 }  // namespace vel::nls

@@ -66,6 +66,8 @@ const std::wstring kTexts[] = {L"",
                                L"\U0001F600",
                                L"\uFDFA",
                                std::wstring(1, static_cast<wchar_t>(0xD800)),
+                               std::wstring{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)},
+                               L"\uFFFD\uFFFD",
                                std::wstring(300, L'x')};
 
 TEST_F(CollatorTest, SortsAsEachLanguageSorts)

@@ -2,6 +2,7 @@
 
 #include <unicode/ucol.h>
 #include <unicode/uloc.h>
+#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <memory>
@@ -57,7 +58,14 @@ std::string bytesOf(const std::u16string& text)
 
 std::wstring wideOf(const std::u16string& text)
 {
-    return {text.begin(), text.end()};
+    std::wstring wide;
+    const auto size = static_cast<std::int32_t>(text.size());
+    for (std::int32_t i = 0; i < size;) {
+        UChar32 character = 0;
+        U16_NEXT(text.data(), i, size, character);
+        wide += static_cast<wchar_t>(character);
+    }
+    return wide;
 }
 
 int sign(int value)

@@ -162,8 +162,9 @@ TEST(SortTable, WideTextComparesAsItsCodePoints)
         EXPECT_EQ(compare(L"", L""), 0);
         EXPECT_EQ(compare(L"", L"a"), -1);
         EXPECT_EQ(compare(L"b", L"a"), 1);
-        const wchar_t pair[] = {0xD83D, 0xDE00};
-        EXPECT_EQ(compare(std::wstring_view(pair, 2), L"\U0001F600"), 0);
+        EXPECT_EQ(compare(L"\U0001F600", L"\U0001F601"), -1);
+        const wchar_t pair[] = {0xD83D, 0xDE00};  // no characters, not even together
+        EXPECT_EQ(compare(std::wstring_view(pair, 2), L"\uFFFD\uFFFD"), 0);
         const wchar_t none[] = {static_cast<wchar_t>(0x110000), -1, 0xDC00};
         EXPECT_EQ(compare(std::wstring_view(none, 3), L"\uFFFD\uFFFD\uFFFD"), 0);
     }

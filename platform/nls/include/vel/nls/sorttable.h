@@ -60,8 +60,8 @@ public:
     std::size_t makeKey(const unsigned char* utf16be, std::size_t byteCount, SortStrength strength, unsigned char* out,
                         std::size_t capacity) const;
 
-    /// -1, 0 or 1. A character is a code point; surrogates that form a pair count as the code point that they stand
-    /// for, what is no code point as U+FFFD. Throws std::bad_alloc.
+    /// -1, 0 or 1. A character is a code point; what is none, such as a surrogate, counts as U+FFFD, so that the order
+    /// is that of the keys of vel::encodeUtf16BigEndian's bytes. Throws std::bad_alloc.
     int compare(const wchar_t* a, std::size_t na, const wchar_t* b, std::size_t nb, SortStrength strength) const;
 
     /// The name in its canonical form: "SV" was opened -> "sv".
