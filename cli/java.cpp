@@ -1,3 +1,4 @@
+#include "absentlocale.h"
 #include "answers/javaanswer.h"
 #include "subcommand.h"
 #include "text.h"
@@ -29,7 +30,7 @@ public:
         return m_tName.forEach(session, output, [&](const String& name) {
             Locale locale;
             if (!session.catalogue()->findLocaleByDefinitionName(name, locale)) {
-                refuse(name, session, output);
+                refuseLocale(name, session, output);
                 return false;
             }
             answer(m_tLanguage ? vel::NLSUtils::languageLocaleToJavaLocale(vel::KWWUILanguage(language), locale)
@@ -44,19 +45,6 @@ private:
     {
         // A script wants the one word.
         output.row(answers::describeJava(java), visibleText(java.toString()));
-    }
-
-    static void refuse(const String& name, Session& session, Output& output)
-    {
-        const std::string problem = session.absenceOf(name);
-        if (!output.isBatch()) {
-            complain("error", visibleText(name) + ": " + problem);
-            return;
-        }
-        Json json;
-        json["locale"] = utf8Text(name);
-        json["error"] = problem;
-        output.answer(json, {{"locale", quotedText(name)}, {"error", problem}});
     }
 
     TextArgument m_tName;

@@ -1,3 +1,4 @@
+#include "absentlocale.h"
 #include "answers/localeanswer.h"
 #include "facts.h"
 #include "subcommand.h"
@@ -30,7 +31,7 @@ public:
         return m_tName.forEach(session, output, [&](const String& name) {
             Locale locale;
             if (!session.catalogue()->findLocaleByDefinitionName(name, locale)) {
-                refuse(name, session, output);
+                refuseLocale(name, session, output);
                 return false;
             }
             applyUserOverrides(m_tOverrides, locale);
@@ -41,19 +42,6 @@ public:
     }
 
 private:
-    static void refuse(const String& name, Session& session, Output& output)
-    {
-        const std::string problem = session.absenceOf(name);
-        if (!output.isBatch()) {
-            complain("error", visibleText(name) + ": " + problem);
-            return;
-        }
-        Json json;
-        json["locale"] = utf8Text(name);
-        json["error"] = problem;
-        output.answer(json, {{"locale", quotedText(name)}, {"error", problem}});
-    }
-
     TextArgument m_tName;
     std::vector<std::string> m_tOverrides;
 };
