@@ -1,10 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <string>
-#include <thread>
-#include <vector>
-
+#include "eightthreads.h"
 #include "webi18n/collator.h"
 
 namespace {
@@ -13,7 +9,6 @@ using vel::Handle;
 using vel::String;
 using namespace vel::i18n;
 
-constexpr int kThreads = 16;
 constexpr const wchar_t* kSorts[] = {L"sv", L"de-u-co-phonebk", L"en-u-ka-shifted", L"binary"};
 
 /// Keys by a collator of the thread's own; how often they were not in Swedish order.
@@ -33,39 +28,20 @@ int faultsWithOwnContext(int thread)
 TEST(CollatorThreads, SixteenThreadsHitTheTablesAtOnce)
 {
     const Handle<NLSEnvironment> guard = NLSEnvironment::getEnvironmentGuard();
-    std::atomic<int> waiting{kThreads};
-    std::atomic<int> faults{0};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i) {
-        threads.emplace_back([&, i] {
-            for (--waiting; waiting > 0;) {
-                std::this_thread::yield();
-            }
-            faults += faultsWithOwnContext(i);
-        });
-    }
-    for (std::thread& each : threads) {
-        each.join();
-    }
-    EXPECT_EQ(faults, 0);
+    EXPECT_EQ(testsupport::faultsOf(faultsWithOwnContext, 16), 0);
 }
 
 TEST(CollatorThreads, ContextsComeAndGoWhileOthersWork)
 {
     const Handle<NLSEnvironment> guard = NLSEnvironment::getEnvironmentGuard();
-    std::atomic<int> faults{0};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) {
-        threads.emplace_back([&, i] {
-            for (int round = 0; round < 4; ++round) {
-                faults += faultsWithOwnContext(i + round);
-            }
-        });
-    }
-    for (std::thread& each : threads) {
-        each.join();
-    }
-    EXPECT_EQ(faults, 0);
+    const auto severalContexts = [](int thread) {
+        int faults = 0;
+        for (int round = 0; round < 4; ++round) {
+            faults += faultsWithOwnContext(thread + round);
+        }
+        return faults;
+    };
+    EXPECT_EQ(testsupport::faultsOf(severalContexts), 0);
 }
 
 }  // namespace
