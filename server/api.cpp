@@ -9,6 +9,7 @@
 #include "answers/mappinganswer.h"
 #include "answers/text.h"
 #include "call.h"
+#include "pagefiles.h"
 #include "serverlimits.h"
 
 namespace server {
@@ -166,6 +167,7 @@ struct Route
 
 constexpr const char* ksHealth = "/healthz";
 constexpr const char* ksMetrics = "/metrics";
+constexpr const char* ksPage = "page";
 
 constexpr Route kRoutes[] = {
     {"/api/resolve", &answerResolve},     {"/api/locale", &answerLocale}, {"/api/parse", &answerParse},
@@ -190,11 +192,27 @@ HttpAnswer answerText(const HttpRequest& request, const char* type, std::string 
     return answer;
 }
 
+/// A browser asks each time, and is told when its copy still holds.
+HttpAnswer answerPage(const HttpRequest& request, const PageFile& file)
+{
+    requireReading(request);
+    HttpAnswer answer;
+    answer.m_pCacheControl = "no-cache";
+    answer.m_tHeaders = {{"ETag", file.m_pTag}};
+    if (request.m_sIfNoneMatch.find(file.m_pTag) != std::string::npos) {
+        answer.m_nStatus = 304;
+        return answer;
+    }
+    answer.m_sContentType = file.m_pType;
+    answer.m_sBody.assign(reinterpret_cast<const char*>(file.m_pBytes), file.m_nSize);
+    return answer;
+}
+
 }  // namespace
 
 std::vector<const char*> Api::routes()
 {
-    std::vector<const char*> names = {"none", ksHealth, ksMetrics};
+    std::vector<const char*> names = {"none", ksHealth, ksMetrics, ksPage};
     for (const Route& route : kRoutes) {
         names.push_back(route.m_pPath);
     }
@@ -220,6 +238,10 @@ HttpAnswer Api::answer(const HttpRequest& request) const
                 requireReading(request);
                 return route.m_pAnswer(Call(request, m_rCatalogues, m_rMetrics));
             }
+        }
+        if (const PageFile* file = findPageFile(path)) {
+            name = ksPage;
+            return answerPage(request, *file);
         }
         throw Refusal{404, "not-found", "There is nothing at this address."};
     };

@@ -38,6 +38,7 @@ HttpRequest requestOf(http::request<http::string_body>& message)
     request.m_sAcceptLanguage = joined(message, http::field::accept_language, ", ");
     request.m_sAcceptCharset = joined(message, http::field::accept_charset, ", ");
     request.m_sCookie = joined(message, http::field::cookie, "; ");
+    request.m_sIfNoneMatch = joined(message, http::field::if_none_match, ", ");
     request.m_sBody = std::move(message.body());
     return request;
 }
@@ -45,7 +46,8 @@ HttpRequest requestOf(http::request<http::string_body>& message)
 void addSecurityHeaders(http::fields& fields)
 {
     fields.set("Content-Security-Policy",
-               "default-src 'self'; object-src 'none'; base-uri 'none'; form-action 'self'; frame-ancestors 'none'");
+               "default-src 'none'; script-src 'self'; style-src 'self'; connect-src 'self'; img-src 'self' data:; "
+               "base-uri 'none'; form-action 'self'; frame-ancestors 'none'");
     fields.set("X-Content-Type-Options", "nosniff");
     fields.set("X-Frame-Options", "DENY");
     fields.set("Referrer-Policy", "no-referrer");
@@ -204,14 +206,18 @@ void Connection::send(HttpAnswer answer, bool keepAlive, bool withoutBody)
 {
     m_pRoute = answer.m_pRoute;
     m_tResponse.emplace(static_cast<http::status>(answer.m_nStatus), 11);
-    m_tResponse->set(http::field::content_type, answer.m_sContentType);
-    m_tResponse->set(http::field::cache_control, "no-store");
+    if (!answer.m_sContentType.empty()) {
+        m_tResponse->set(http::field::content_type, answer.m_sContentType);
+    }
+    m_tResponse->set(http::field::cache_control, answer.m_pCacheControl);
     addSecurityHeaders(*m_tResponse);
     for (const auto& [name, value] : answer.m_tHeaders) {
         m_tResponse->insert(name, value);
     }
     m_tResponse->keep_alive(keepAlive);
-    m_tResponse->content_length(answer.m_sBody.size());
+    if (answer.m_nStatus != 304) {
+        m_tResponse->content_length(answer.m_sBody.size());
+    }
     if (!withoutBody) {
         m_tResponse->body() = std::move(answer.m_sBody);
     }

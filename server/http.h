@@ -16,6 +16,7 @@ struct HttpRequest
     std::string m_sAcceptLanguage;
     std::string m_sAcceptCharset;
     std::string m_sCookie;
+    std::string m_sIfNoneMatch;
     std::string m_sBody;
 };
 
@@ -26,6 +27,7 @@ struct HttpAnswer
     std::string m_sContentType;
     std::string m_sBody;
     std::vector<std::pair<std::string, std::string>> m_tHeaders;
+    const char* m_pCacheControl = "no-store";
     const char* m_pRoute = "none";  ///< what metrics and log file it under
 };
 

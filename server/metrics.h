@@ -36,7 +36,7 @@ public:
     std::string text() const;
 
 private:
-    static constexpr std::array<unsigned, 9> kStatuses = {200, 400, 404, 405, 408, 413, 431, 500, 503};
+    static constexpr std::array<unsigned, 10> kStatuses = {200, 304, 400, 404, 405, 408, 413, 431, 500, 503};
     static constexpr std::array<double, 10> kBounds = {0.0001, 0.00025, 0.0005, 0.001, 0.0025,
                                                        0.005,  0.01,    0.05,   0.25,  1};
     using Counter = std::atomic<std::uint64_t>;

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "client.h"
 #include "runningserver.h"
 
@@ -7,6 +9,12 @@ namespace {
 
 using tests::get;
 using tests::Reply;
+
+std::string textOf(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 class Api : public testing::Test
 {
@@ -110,7 +118,8 @@ TEST_F(Api, answersInTheCharacterSetThatIsAsked)
 TEST_F(Api, refusesWithAReason)
 {
     const std::tuple<const char*, const char*, unsigned, const char*> kRows[] = {
-        {"/", "", 404, "not-found"},
+        {"/index.htm", "", 404, "not-found"},
+        {"/page", "", 404, "not-found"},
         {"/api/resolve/", "", 404, "not-found"},
         {"/api/locale?locale=xx-yy", "", 404, "no-such-locale"},
         {"/api/parse", "", 400, "bad-parameter"},
@@ -152,13 +161,43 @@ TEST_F(Api, echoesNothingUnescaped)
 
 TEST_F(Api, setsSecurityHeadersOnEachAnswer)
 {
-    for (const char* target : {"/api/resolve", "/healthz", "/metrics", "/none", "/api/parse?text=%FF"}) {
+    for (const char* target : {"/", "/api/resolve", "/healthz", "/metrics", "/none", "/api/parse?text=%FF"}) {
         const Reply reply = ask(target);
         EXPECT_EQ(reply.m_tHeaders.at("x-content-type-options"), "nosniff") << target;
         EXPECT_EQ(reply.m_tHeaders.at("x-frame-options"), "DENY") << target;
         EXPECT_EQ(reply.m_tHeaders.at("referrer-policy"), "no-referrer") << target;
-        EXPECT_NE(reply.m_tHeaders.at("content-security-policy").find("default-src 'self'"), std::string::npos);
+        EXPECT_NE(reply.m_tHeaders.at("content-security-policy").find("default-src 'none'; script-src 'self'; "),
+                  std::string::npos)
+            << target;
     }
+}
+
+TEST_F(Api, servesThePage)
+{
+    const std::pair<const char*, const char*> kFiles[] = {{"/", "text/html; charset=utf-8"},
+                                                          {"/?locale=de-de", "text/html; charset=utf-8"},
+                                                          {"/page.css", "text/css; charset=utf-8"},
+                                                          {"/page.js", "text/javascript; charset=utf-8"}};
+    for (const auto& [target, type] : kFiles) {
+        const Reply reply = ask(target);
+        EXPECT_EQ(reply.m_nStatus, 200U) << target;
+        EXPECT_EQ(reply.m_tHeaders.at("content-type"), type) << target;
+        EXPECT_EQ(reply.m_tHeaders.at("cache-control"), "no-cache") << target;
+        EXPECT_GT(reply.m_sBody.size(), 0U) << target;
+    }
+    EXPECT_EQ(ask("/").m_sBody.substr(0, 15), "<!doctype html>");
+    EXPECT_EQ(ask("/").m_sBody, textOf(WEBI18N_SOURCE_DIR "/../../server/page/index.html"));
+}
+
+TEST_F(Api, tellsWhenABrowsersCopyOfThePageStillHolds)
+{
+    const std::string tag = ask("/page.js").m_tHeaders.at("etag");
+    const Reply same = ask("/page.js", "If-None-Match: \"x\", " + tag + "\r\n");
+    EXPECT_EQ(same.m_nStatus, 304U);
+    EXPECT_EQ(same.m_sBody, "");
+    EXPECT_EQ(same.m_tHeaders.at("etag"), tag);
+    EXPECT_EQ(ask("/page.js", "If-None-Match: \"x\"\r\n").m_nStatus, 200U);
+    EXPECT_EQ(ask("/page.css", "If-None-Match: " + tag + "\r\n").m_nStatus, 200U);
 }
 
 TEST_F(Api, countsWhatItServed)
