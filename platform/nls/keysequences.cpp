@@ -97,12 +97,14 @@ std::size_t KeyWriter::prefixed(std::size_t i, const Character& c, const Opening
     return i + c.m_nWidth;
 }
 
-/// Passes over what is ignored behind a shifted character. What is not plain finds out by itself.
-std::size_t KeyWriter::skipIgnored(std::size_t i) noexcept
+/// Passes over what is ignored behind a shifted character. What is not plain finds out by itself; so does, read with
+/// care, a mark that may change places with one that ends the ignoring: a vowel sign of Thai.
+std::size_t KeyWriter::skipIgnored(std::size_t i, bool isCareful) noexcept
 {
+    const SortEntry leave = entry::kSpecial | (isCareful ? entry::kCare : 0);
     for (; i < m_nUnits; ++i) {
         const SortEntry e = m_rData.m_tPages.findUnit(unit(i));
-        if ((e & entry::kSpecial) != 0) {
+        if ((e & leave) != 0) {
             return i;
         }
         if (entry::primaryLength(e) != 0) {

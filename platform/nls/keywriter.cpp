@@ -168,7 +168,7 @@ std::size_t KeyWriter::run(std::size_t i, std::size_t end)
                     return kBail;
                 }
                 if (m_bIgnoring) {
-                    i = skipIgnored(i);
+                    i = skipIgnored(i, kCareful);
                 }
                 makeRoom(i < end ? end - i : 0);
                 p = m_tPrimary.end();

@@ -63,7 +63,7 @@ private:
     bool mayMarksMove(const Opening& opening, const Character& second, bool isPair, std::size_t third) const noexcept;
     bool areMarksAt(std::size_t i) const noexcept;
     bool followsCare(std::size_t i) const noexcept;
-    std::size_t skipIgnored(std::size_t i) noexcept;
+    std::size_t skipIgnored(std::size_t i, bool isCareful) noexcept;
 
     void addEntry(SortEntry e);
     void addPlain(SortEntry e);

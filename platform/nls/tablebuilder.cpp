@@ -270,16 +270,18 @@ bool TableBuilder::areLettersPlain(char32_t first, char32_t last) const
     return true;
 }
 
-/// After the openings, which may make letters special. Syllables whose bytes fit are one entry.
+/// After the openings, which may make letters special. Syllables whose bytes fit are one entry. ICU looks the letters
+/// up when it meets the syllable: where what stands before may change a letter, what the syllable has by itself says
+/// nothing.
 void TableBuilder::addHangul()
 {
-    if (!areLettersPlain(0x1100, 0x1112) || !areLettersPlain(0x1161, 0x1175) || !areLettersPlain(0x11A8, 0x11C2)) {
-        return;
-    }
+    const bool arePlain =
+        areLettersPlain(0x1100, 0x1112) && areLettersPlain(0x1161, 0x1175) && areLettersPlain(0x11A8, 0x11C2);
     for (char32_t k = 0; k < kSyllables; ++k) {
-        // A syllable that the sort tailors is there already.
-        if (m_pData->m_tPages.find(kFirstSyllable + k) == entry::special(kSlowKind)) {
-            m_pData->m_tPages.set(kFirstSyllable + k, syllableEntry(k));
+        // Else a syllable that the sort tailors.
+        const bool isAbsent = m_pData->m_tPages.find(kFirstSyllable + k) == entry::special(kSlowKind);
+        if (isAbsent == arePlain) {
+            m_pData->m_tPages.set(kFirstSyllable + k, arePlain ? syllableEntry(k) : entry::special(kSlowKind));
         }
     }
 }

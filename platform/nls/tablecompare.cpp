@@ -61,6 +61,10 @@ bool CompareSide::next() noexcept
     SyllableReading syllable;
     if (entry::kind(m_nEntry) == kVariableKind) {
         m_nNext = skipIgnored(m_rData, m_tText, m_nNext);
+        // A mark that counts may have to change places with those passed over, which then count as well.
+        if (!atEnd() && (m_tText.entryAt(m_rData.m_tPages, m_nNext) & entry::kMark) != 0) {
+            return false;
+        }
     } else if (!syllable.read(m_rData.m_tPages, entry::index(m_nEntry))) {
         return false;
     }

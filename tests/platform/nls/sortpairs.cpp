@@ -218,6 +218,13 @@ std::string icuLocaleOf(const std::string& tag)
     return id;
 }
 
+Report compareTexts(const std::string& tag, const std::vector<std::u16string>& texts)
+{
+    Contest contest(tag);
+    contest.compare(texts);
+    return contest.report();
+}
+
 Report comparePairs(const std::string& tag, std::size_t pairs, std::uint64_t seed)
 {
     TextMaker maker(icuLocaleOf(tag), seed);

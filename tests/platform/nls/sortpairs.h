@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace sortpairs {
 
@@ -14,8 +15,11 @@ struct Report
     std::string m_sFirst;            ///< the first difference
 };
 
-/// Compares at least `pairs` pairs of made texts at each strength: the order of our keys, and of the comparison without
-/// keys, has to be that of ICU's keys. `tag` names the sort. Throws std::runtime_error when there is none.
+/// Compares each pair of the texts at each strength: the order of our keys, and of the comparison without keys, has to
+/// be that of ICU's keys. `tag` names the sort. Throws std::runtime_error when there is none.
+Report compareTexts(const std::string& tag, const std::vector<std::u16string>& texts);
+
+/// compareTexts, with at least `pairs` pairs of made texts.
 Report comparePairs(const std::string& tag, std::size_t pairs, std::uint64_t seed);
 
 /// ICU's name of the sort. Throws std::runtime_error when the tag is none.
