@@ -54,6 +54,13 @@ function(webi18n_folder target includeDir)
     target_link_libraries(${target} PUBLIC webi18n_flags ${arg_USES})
 endfunction()
 
+# webi18n_version_script(TARGET FILE)
+# The symbols that a shared library exports, and their version.
+function(webi18n_version_script target file)
+    target_link_options(${target} PRIVATE "-Wl,--version-script=${CMAKE_CURRENT_SOURCE_DIR}/${file}")
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${file}")
+endfunction()
+
 # Every object folder of the library, for programs that need the internals.
 set(WEBI18N_OBJECT_FOLDERS vel_core vel_log vel_xml vel_messages vel_config vel_transcoding vel_nls webi18n_objects)
 
