@@ -61,6 +61,22 @@ function(webi18n_version_script target file)
     set_target_properties(${target} PROPERTIES LINK_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${file}")
 endfunction()
 
+# webi18n_static_library(TARGET NAME OBJECTS...)
+# libNAME.a of one object, so that whoever takes any of it gets what its static initialisers do, as from the shared one.
+function(webi18n_static_library target name)
+    set(objects "")
+    foreach(folder IN LISTS ARGN)
+        list(APPEND objects $<TARGET_OBJECTS:${folder}>)
+    endforeach()
+    set(whole "${CMAKE_CURRENT_BINARY_DIR}/${name}.o")
+    add_custom_command(OUTPUT "${whole}"
+        COMMAND "${CMAKE_LINKER}" -r -o "${whole}" ${objects}
+        DEPENDS ${objects} COMMAND_EXPAND_LISTS VERBATIM)
+    add_library(${target} STATIC "${whole}")
+    set_target_properties(${target} PROPERTIES OUTPUT_NAME ${name} LINKER_LANGUAGE CXX)
+    target_compile_features(${target} INTERFACE cxx_std_20)
+endfunction()
+
 # Every object folder of the library, for programs that need the internals.
 set(WEBI18N_OBJECT_FOLDERS vel_core vel_log vel_xml vel_messages vel_config vel_transcoding vel_nls webi18n_objects)
 
