@@ -1,12 +1,10 @@
-#include "answers/captions.h"
+#include "answers/localename.h"
 #include "subcommand.h"
 #include "text.h"
 
 namespace cli {
 
 namespace {
-
-using answers::Captions;
 
 class Locales final : public Subcommand
 {
@@ -26,30 +24,17 @@ public:
             complain("note", "no locale is allowed by the configuration");
             return kExitSuccess;
         }
-        const Captions captions = session.captions(wideText(m_sLanguage, "--language"));
+        const answers::Captions captions = session.captions(wideText(m_sLanguage, "--language"));
         for (const vel::Locale& locale : locales) {
-            answer(locale, displayName(locale, captions), output);
+            const vel::String name = answers::nameOf(locale, captions);
+            output.row(answers::describeName(locale, captions),
+                       visibleText(locale.definitionName()) + "\t" + visibleText(name) + "\t" +
+                           visibleText(locale.getInfoAsString(vel::Locale::kDefaultLanguage)));
         }
         return kExitSuccess;
     }
 
 private:
-    static vel::String displayName(const vel::Locale& locale, const Captions& captions)
-    {
-        const Captions::Table& table = captions.tableFor(locale.getInfoAsString(vel::Locale::kLocaleMessageName));
-        return Captions::format(locale.getLocaleMessage(table), table);
-    }
-
-    static void answer(const vel::Locale& locale, const vel::String& name, Output& output)
-    {
-        Json json;
-        json["locale"] = utf8Text(locale.definitionName());
-        json["name"] = utf8Text(name);
-        json["defaultLanguage"] = utf8Text(locale.getInfoAsString(vel::Locale::kDefaultLanguage));
-        output.row(json, visibleText(locale.definitionName()) + "\t" + visibleText(name) + "\t" +
-                             visibleText(locale.getInfoAsString(vel::Locale::kDefaultLanguage)));
-    }
-
     std::string m_sLanguage = "en";
 };
 

@@ -2,162 +2,12 @@
 
 #include <exception>
 
-#include "answers/currencyanswer.h"
-#include "answers/dateanswer.h"
-#include "answers/javaanswer.h"
-#include "answers/localeanswer.h"
-#include "answers/mappinganswer.h"
-#include "answers/text.h"
-#include "call.h"
 #include "pagefiles.h"
-#include "serverlimits.h"
+#include "routes/routes.h"
 
 namespace server {
 
-using answers::Json;
-using vel::Locale;
-using vel::String;
-
 namespace {
-
-Json entriesOf(const Resolution& resolution)
-{
-    Json entries = Json::array();
-    for (const QualityEntry& entry : resolution.m_tList.m_tEntries) {
-        Json json;
-        json["tag"] = entry.m_sName;
-        json["q"] = entry.m_nThousandths / 1000.0;
-        json["decided"] = &entry == resolution.m_pDecided;
-        entries.push_back(std::move(json));
-    }
-    return entries;
-}
-
-Json malformedOf(const QualityList& list)
-{
-    Json malformed = Json::array();
-    for (const MalformedEntry& entry : list.m_tMalformed) {
-        malformed.push_back({{"text", printable(entry.m_sText)}, {"reason", entry.m_pReason}});
-    }
-    return malformed;
-}
-
-HttpAnswer answerResolve(const Call& call)
-{
-    const Resolution resolution = call.resolve();
-    Json json = answers::describeMapping(L"", resolution.m_tWhy);
-    json["input"] = printable(call.request().m_sAcceptLanguage);
-    json["skipped"] = Json::array();
-    for (const vel::LocaleMappingRule& skipped : resolution.m_tSkipped) {
-        json["skipped"].push_back(answers::describeSkipped(skipped));
-    }
-    json["entries"] = entriesOf(resolution);
-    json["malformed"] = malformedOf(resolution.m_tList);
-    return call.answer(json, resolution.m_tWhy.m_tLocale);
-}
-
-HttpAnswer answerLocale(const Call& call)
-{
-    const Locale locale = call.locale();
-    call.count(kStageLocale);
-    return call.answer(answers::describeLocale(locale), locale);
-}
-
-HttpAnswer answerParse(const Call& call)
-{
-    if (!call.target().find("text")) {
-        throw Refusal{400, "bad-parameter", "The parameter text is required."};
-    }
-    const String expect = call.target().find("expect").value_or(L"timestamp");
-    const auto expected = answers::expectationOf(answers::utf8Text(expect));
-    if (!expected) {
-        throw Refusal{
-            400, "bad-parameter",
-            std::string("The parameter expect is not accepted: accepted are ") + answers::ksExpectationNames + "."};
-    }
-    const Locale locale = call.locale();
-    call.count(kStageParsing);
-    return call.answer(answers::describeTyped(call.target().text("text", kTypedLength), locale, *expected), locale);
-}
-
-/// The one that "tag" or "symbol" names, else all.
-vel::CurrencyLookup::CurrencyList wantedCurrencies(const Call& call)
-{
-    const vel::CurrencyLookup& currencies = call.catalogues().currencies();
-    const auto tag = call.target().find("tag");
-    const auto symbol = call.target().find("symbol");
-    if (!tag && !symbol) {
-        return currencies.getCurrencyList();
-    }
-    const auto found = tag ? currencies.lookupCurrencyTag(*tag) : currencies.lookupCurrencySymbol(*symbol);
-    if (found.isNull()) {
-        throw Refusal{404, "no-such-currency", "There is no currency of that tag or symbol."};
-    }
-    return {found};
-}
-
-HttpAnswer answerCurrencies(const Call& call)
-{
-    const Locale locale = call.locale();
-    const String language = call.language(locale);
-    const answers::Captions captions = call.catalogues().captions(language);
-    call.count(kStageCurrencies);
-    Json json;
-    json["language"] = answers::utf8Text(language);
-    json["currencies"] = Json::array();
-    for (const auto& currency : wantedCurrencies(call)) {
-        json["currencies"].push_back(answers::describeCurrency(*currency, captions));
-    }
-    return call.answer(json, locale);
-}
-
-vel::Handle<const vel::CharacterSetList> listNamed(const Call& call, const char* parameter)
-{
-    auto list = call.catalogues().characterSetList(call.target().text(parameter, kLanguageLength));
-    if (list.isNull()) {
-        throw Refusal{404, "no-such-list", "There is no list of character sets of that name."};
-    }
-    return list;
-}
-
-/// Between two lists that are named, or for this very request.
-HttpAnswer answerCharset(const Call& call)
-{
-    const Locale locale = call.locale();
-    vel::Handle<const vel::CharacterSet> charset;
-    if (call.target().find("supported") || call.target().find("preferred")) {
-        const auto supported = listNamed(call, "supported");
-        charset = call.catalogues().characterSets().getPreferredCharacterSet(*supported, *listNamed(call, "preferred"));
-    } else {
-        charset = call.characterSet(locale);
-    }
-    Json json;
-    json["label"] = charset.isNull() ? "utf-8" : answers::utf8Text(charset->getLabel());
-    json["implementation"] = charset.isNull() ? "utf-8" : answers::utf8Text(charset->getTranscoding().getName());
-    return call.answer(json, locale);
-}
-
-HttpAnswer answerJava(const Call& call)
-{
-    const Locale locale = call.locale();
-    const bool hasLanguage = call.target().find("uiLanguage").has_value();
-    const vel::KWWUILanguage language(call.target().text("uiLanguage", kLanguageLength));
-    return call.answer(answers::describeJava(hasLanguage ? vel::NLSUtils::languageLocaleToJavaLocale(language, locale)
-                                                         : vel::NLSUtils::localeToJavaLocale(locale)),
-                       locale);
-}
-
-HttpAnswer answerLanguages(const Call& call)
-{
-    std::vector<String> languages;
-    call.catalogues().languages().getSupportedLanguageList(languages);
-    Json json;
-    json["languages"] = Json::array();
-    for (const String& language : languages) {
-        json["languages"].push_back(answers::utf8Text(language));
-    }
-    return call.answer(json, call.locale());
-}
 
 struct Route
 {
@@ -170,9 +20,11 @@ constexpr const char* ksMetrics = "/metrics";
 constexpr const char* ksPage = "page";
 
 constexpr Route kRoutes[] = {
-    {"/api/resolve", &answerResolve},     {"/api/locale", &answerLocale}, {"/api/parse", &answerParse},
-    {"/api/charset", &answerCharset},     {"/api/java", &answerJava},     {"/api/currencies", &answerCurrencies},
-    {"/api/languages", &answerLanguages},
+    {"/api/resolve", &answerResolve}, {"/api/locale", &answerLocale},
+    {"/api/locales", &answerLocales}, {"/api/languages", &answerLanguages},
+    {"/api/java", &answerJava},       {"/api/parse", &answerParse},
+    {"/api/render", &answerRender},   {"/api/currencies", &answerCurrencies},
+    {"/api/charset", &answerCharset},
 };
 
 void requireReading(const HttpRequest& request)

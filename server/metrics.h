@@ -17,6 +17,7 @@ enum Stage
     kStageOverrides,
     kStageLocale,
     kStageParsing,
+    kStageRendering,
     kStageCurrencies,
     kStageCharset,
     kStageEncoding,

@@ -21,7 +21,7 @@ render               core messages webi18n render
 datapack             core log xml messages config transcoding nls webi18n
 answers              core log xml messages config transcoding nls webi18n answers
 cli                  core log xml messages config transcoding nls webi18n answers
-server               core log xml messages config transcoding nls webi18n answers
+server               core log xml messages config transcoding nls webi18n render answers
 examples             core log xml messages config transcoding nls webi18n render
 bench                core log xml messages config transcoding nls webi18n render
 fuzz                 core log xml messages config transcoding nls webi18n render

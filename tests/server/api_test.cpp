@@ -104,6 +104,131 @@ TEST_F(Api, tellsJavaLocales)
     EXPECT_EQ(ask("/api/java?locale=fr-ca&uiLanguage=de").json()["string"], "de_CA");
 }
 
+/// The entry of a locale among those that can be chosen.
+nlohmann::json choiceOf(const nlohmann::json& answer, const std::string& locale)
+{
+    for (const auto& each : answer["locales"]) {
+        if (each["locale"] == locale) {
+            return each;
+        }
+    }
+    return {};
+}
+
+TEST_F(Api, listsTheAllowedLocalesForAReader)
+{
+    const auto json = ask("/api/locales?uiLanguage=fr", "Accept-Language: de-DE\r\n").json();
+    EXPECT_EQ(json["language"], "fr");
+    EXPECT_EQ(json["current"], "de-de");
+    EXPECT_GT(json["locales"].size(), 400U);
+    const auto german = choiceOf(json, "de-de");
+    EXPECT_EQ(german["name"], "allemand (Allemagne)");
+    EXPECT_EQ(german["ownName"], "Deutsch (Deutschland)");
+    EXPECT_EQ(german["defaultLanguage"], "de");
+    EXPECT_EQ(german["tag"], "de-DE");
+    EXPECT_EQ(german["direction"], "ltr");
+    EXPECT_EQ(choiceOf(json, "sr-latn-rs")["tag"], "sr-Latn-RS");
+    EXPECT_EQ(choiceOf(json, "es-419")["tag"], "es-419");
+    EXPECT_EQ(choiceOf(json, "ja-jp")["ownName"], "日本語 (日本)");
+}
+
+TEST_F(Api, tellsWhichLocalesAreWrittenFromRightToLeft)
+{
+    const auto json = ask("/api/locales").json();
+    EXPECT_EQ(json["language"], "en");
+    for (const char* locale : {"ar-eg", "he-il", "fa-ir", "ur-pk", "ps-af", "ckb-iq", "pa-pk", "uz-af"}) {
+        EXPECT_EQ(choiceOf(json, locale)["direction"], "rtl") << locale;
+    }
+    for (const char* locale : {"en-us", "ru-ru", "th-th", "hi-in", "zh-cn", "az-az", "tr-tr"}) {
+        EXPECT_EQ(choiceOf(json, locale)["direction"], "ltr") << locale;
+    }
+    EXPECT_EQ(ask("/api/locales?uiLanguage=" + std::string(65, 'd')).m_nStatus, 400U);
+}
+
+/// The text of the row that has this member.
+std::string textIn(const nlohmann::json& rows, const char* member, const std::string& value)
+{
+    for (const auto& row : rows) {
+        if (row.value(member, std::string()) == value) {
+            return row["text"];
+        }
+    }
+    return "there is no such row";
+}
+
+TEST_F(Api, rendersInTheLocale)
+{
+    const auto json = ask("/api/render?locale=en-us&date=2005-12-31T15:07:01&number=-1234567.5").json();
+    EXPECT_EQ(json["locale"], "en-us");
+    EXPECT_EQ(json["tag"], "en-US");
+    EXPECT_EQ(json["direction"], "ltr");
+    EXPECT_EQ(textIn(json["dates"], "name", "dateShortFormat"), "12/31/2005");
+    EXPECT_EQ(textIn(json["dates"], "name", "dateLongFormat"), "Saturday, December 31, 2005");
+    EXPECT_EQ(textIn(json["dates"], "picture", "MMM d, yyyy"), "Dec 31, 2005");
+    EXPECT_EQ(textIn(json["times"], "name", "timeFormat"), "3:07:01 PM");
+    EXPECT_EQ(textIn(json["times"], "name", "timeInputFormat"), "03:07:01 PM");
+    EXPECT_EQ(textIn(json["times"], "picture", "HH:mm"), "15:07");
+    EXPECT_EQ(textIn(json["dateTimes"], "picture", "M/d/yyyy HH:mm"), "12/31/2005 15:07");
+    EXPECT_EQ(json["numbers"]["positive"], "1,234,567.5");
+    EXPECT_EQ(json["numbers"]["negative"], "-1,234,567.5");
+    EXPECT_EQ(json["numbers"]["scaled"], "1.23 M");
+    EXPECT_EQ(json["numbers"]["percent"], "25.6%");
+    EXPECT_EQ(json["amounts"]["tag"], "loc:en-us");
+    EXPECT_EQ(json["amounts"]["positive"], "$1,234,567.50");
+    EXPECT_EQ(textIn(json["amounts"]["negatives"], "tag", "minus"), "-$1,234,567.50");
+    EXPECT_EQ(textIn(json["amounts"]["negatives"], "picture", "($#)"), "($1,234,567.50)");
+}
+
+TEST_F(Api, rendersByTheUsersPreferences)
+{
+    const auto json = ask("/api/render?locale=de-de&currency=EUR&number=1234.5&user=decimalSeparator%3D%3B",
+                          "Cookie: webi18n=dateFormat=yyyy%2FMM%2Fdd&thousandsSeparator=_\r\n")
+                          .json();
+    EXPECT_EQ(textIn(json["dates"], "name", "dateShortFormat"), "2026/02/03");
+    EXPECT_EQ(json["numbers"]["positive"], "1_234;5");
+    EXPECT_EQ(json["amounts"]["positive"], "1_234;50 EUR");
+    EXPECT_EQ(ask("/api/render?locale=de-de", "Cookie: webi18n=currencyTag=USD\r\n").json()["amounts"]["tag"], "USD");
+}
+
+TEST_F(Api, showsAMonthFromTheFirstDayOfTheWeek)
+{
+    // February 2026 has four whole weeks from a Sunday on.
+    const auto american = ask("/api/render?locale=en-us&date=2026-02-03").json()["month"];
+    EXPECT_EQ(american["name"], "February");
+    EXPECT_EQ(american["firstDayOfWeek"], 6);
+    EXPECT_EQ(american["days"][0], "Sunday");
+    EXPECT_EQ(american["shortDays"][6], "Sat");
+    ASSERT_EQ(american["weeks"].size(), 4U);
+    EXPECT_EQ(american["weeks"][0], nlohmann::json::parse("[1,2,3,4,5,6,7]"));
+    const auto german = ask("/api/render?locale=de-de&date=2026-02-03").json()["month"];
+    EXPECT_EQ(german["days"][0], "Montag");
+    ASSERT_EQ(german["weeks"].size(), 5U);
+    EXPECT_EQ(german["weeks"][0], nlohmann::json::parse("[0,0,0,0,0,0,1]"));
+    EXPECT_EQ(german["weeks"][4], nlohmann::json::parse("[23,24,25,26,27,28,0]"));
+    // A leap year's one, and a month of six weeks.
+    EXPECT_EQ(ask("/api/render?locale=de-de&date=2024-02-29").json()["month"]["weeks"][4],
+              nlohmann::json::parse("[26,27,28,29,0,0,0]"));
+    EXPECT_EQ(ask("/api/render?locale=de-de&date=2026-08-31").json()["month"]["weeks"][5],
+              nlohmann::json::parse("[31,0,0,0,0,0,0]"));
+}
+
+TEST_F(Api, rendersOnlyWhatIsADateOrANumber)
+{
+    for (const char* date : {"2026-02-29", "2026-13-01", "16:05:09", "2026-02", "0000-01-01", "-2026-01-01", "today",
+                             "2026-02-03T24:00:00"}) {
+        const Reply reply = ask(std::string("/api/render?date=") + date);
+        EXPECT_EQ(reply.m_nStatus, 400U) << date;
+        EXPECT_EQ(reply.json()["error"]["code"], "bad-parameter") << date;
+    }
+    for (const char* number : {"1e3", "1,5", "-", ".", "0x1", "%20", "--1", "%2B-1", "%D9%A1"}) {
+        EXPECT_EQ(ask(std::string("/api/render?number=") + number).m_nStatus, 400U) << number;
+    }
+    EXPECT_EQ(ask("/api/render?number=" + std::string(65, '1')).m_nStatus, 400U);
+    EXPECT_EQ(ask("/api/render?number=" + std::string(64, '1')).m_nStatus, 200U);
+    EXPECT_EQ(ask("/api/render?number=%2B.5").json()["numbers"]["negative"], "-0.5");
+    EXPECT_EQ(ask("/api/render?currency=XXQ").m_nStatus, 404U);
+}
+
 TEST_F(Api, answersInTheCharacterSetThatIsAsked)
 {
     const Reply reply = ask("/api/locale?locale=fr-fr", "Accept-Charset: x-no-such, iso-8859-1;q=0.5, utf-8;q=0.1\r\n");
