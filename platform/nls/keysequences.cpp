@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "keywriter.h"
+#include "sortcontexts.h"
 
 namespace vel::nls {
 
@@ -41,15 +42,41 @@ bool KeyWriter::areMarksAt(std::size_t i) const noexcept
     return i < m_nUnits && (characterAt(i).m_nEntry & entry::kMark) != 0;
 }
 
-/// Whether marks behind a character and the next one may stand between what belongs together, or have to change places.
-bool KeyWriter::mayMarksMove(const Opening& opening, const Character& second, bool isPair,
+/// Whether the marks at `i`, behind a character, surely stand in order, as those of Thai mostly do. More of them than
+/// texts have are not looked through, so that each mark of a run may ask. One that ICU reads may be taken apart, and
+/// those before it with it.
+bool KeyWriter::areMarksInOrder(char32_t before, std::size_t i) const noexcept
+{
+    constexpr int kMostMarks = 8;
+    for (int k = 0; k < kMostMarks; ++k) {
+        if (!areMarksAt(i)) {
+            return true;
+        }
+        const Character mark = characterAt(i);
+        if (entry::isKind(mark.m_nEntry, kSlowKind) || !isInOrder(before, mark.m_cCode)) {
+            return false;
+        }
+        before = mark.m_cCode;
+        i += mark.m_nWidth;
+    }
+    return false;
+}
+
+/// Whether the marks behind a character, the first of which may be the next one, may stand between what belongs
+/// together, or have to change places.
+bool KeyWriter::mayMarksMove(const Character& c, const Opening& opening, const Character& second, bool isPair,
                              std::size_t third) const noexcept
 {
     const bool isMark = (second.m_nEntry & entry::kMark) != 0;
     if (m_rData.m_tRules.isNormalizing()) {
         // Characters that end in a mark have `kCare` there.
-        return (isMark && opening.m_bEndsInMark) ||
-               ((isMark || (second.m_nEntry & entry::kCare) != 0) && areMarksAt(third));
+        if (!isMark && (second.m_nEntry & entry::kCare) == 0) {
+            return false;
+        }
+        if (opening.m_tSlots.empty()) {
+            return isMark && !areMarksInOrder(c.m_cCode, third - second.m_nWidth);
+        }
+        return (isMark && opening.m_bEndsInMark) || areMarksAt(third);
     }
     return isMark && !isPair && opening.m_bMarks && areMarksAt(third);
 }
@@ -65,7 +92,7 @@ std::size_t KeyWriter::start(std::size_t i, const Character& c, const Opening& o
     const Character other = characterAt(second);
     const SortEntry* both = opening.find(other.m_cCode);
     const std::size_t third = second + other.m_nWidth;
-    if (mayMarksMove(opening, other, both != nullptr, third)) {
+    if (mayMarksMove(c, opening, other, both != nullptr, third)) {
         return slow(i);
     }
     if (both == nullptr) {

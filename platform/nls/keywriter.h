@@ -60,7 +60,9 @@ private:
     std::size_t special(std::size_t i, bool isCareful);
     std::size_t start(std::size_t i, const Character& c, const Opening& opening, SortEntry alone);
     std::size_t prefixed(std::size_t i, const Character& c, const Opening& opening);
-    bool mayMarksMove(const Opening& opening, const Character& second, bool isPair, std::size_t third) const noexcept;
+    bool mayMarksMove(const Character& c, const Opening& opening, const Character& second, bool isPair,
+                      std::size_t third) const noexcept;
+    bool areMarksInOrder(char32_t before, std::size_t i) const noexcept;
     bool areMarksAt(std::size_t i) const noexcept;
     bool followsCare(std::size_t i) const noexcept;
     std::size_t skipIgnored(std::size_t i, bool isCareful) noexcept;

@@ -27,6 +27,8 @@ SortContexts readContexts(const UCollator* collator);
 bool isMark(char32_t c) noexcept;
 /// Whether a mark behind the character may have to be brought into order with the character's own.
 bool endsInMark(char32_t c) noexcept;
+/// Whether a mark behind the character, or behind another mark, is in order there: its combining class is no lower.
+bool isInOrder(char32_t before, char32_t mark) noexcept;
 
 std::u16string utf16Of(std::u32string_view text);
 

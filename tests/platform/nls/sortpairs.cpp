@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "sorttexts.h"
+#include "utf16bytes.h"
 #include "vel/nls/sorttable.h"
 
 namespace sortpairs {
@@ -44,16 +45,6 @@ std::u16string wellFormed(std::u16string text)
         }
     }
     return text;
-}
-
-std::string bytesOf(const std::u16string& text)
-{
-    std::string bytes;
-    for (const char16_t unit : text) {
-        bytes += static_cast<char>(unit >> 8);
-        bytes += static_cast<char>(unit);
-    }
-    return bytes;
 }
 
 std::wstring wideOf(const std::u16string& text)

@@ -4,25 +4,16 @@
 
 #include <algorithm>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "failingallocator.h"
+#include "utf16bytes.h"
 
 namespace {
 
+using sortpairs::bytesOf;
 using vel::nls::SortStrength;
 using vel::nls::SortTable;
-
-std::string bytesOf(std::u16string_view text)
-{
-    std::string bytes;
-    for (const char16_t unit : text) {
-        bytes += static_cast<char>(unit >> 8);
-        bytes += static_cast<char>(unit);
-    }
-    return bytes;
-}
 
 std::string keyOfBytes(const SortTable& table, std::string_view bytes, SortStrength strength)
 {
@@ -168,20 +159,6 @@ TEST(SortTable, WideTextComparesAsItsCodePoints)
         const wchar_t none[] = {static_cast<wchar_t>(0x110000), -1, 0xDC00};
         EXPECT_EQ(compare(std::wstring_view(none, 3), L"\uFFFD\uFFFD\uFFFD"), 0);
     }
-}
-
-TEST(SortTable, SixteenThreadsGetOneTable)
-{
-    std::vector<std::shared_ptr<const SortTable>> tables(16);
-    std::vector<std::thread> threads;
-    for (auto& table : tables) {
-        threads.emplace_back([&table] { table = SortTable::open("lt"); });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_NE(tables[0], nullptr);
-    EXPECT_EQ(std::count(tables.begin(), tables.end(), tables[0]), 16);
 }
 
 TEST(SortTable, ABuildThatRunsOutOfMemoryLeavesNothing)

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "keyshort.h"
+#include "keywriter.h"
+#include "sortdata.h"
+#include "sortname.h"
+#include "tablebuilder.h"
+#include "utf16bytes.h"
+
+// The tables of sorts from within, and the ways that texts take through them.
+namespace builtsort {
+
+inline std::unique_ptr<const vel::nls::SortData> build(const std::string& tag)
+{
+    const std::optional<vel::nls::SortName> name = vel::nls::resolveSortName(tag);
+    EXPECT_TRUE(name) << tag;
+    return vel::nls::buildSortData(name->m_pCollator.get(), name->m_sLocale);
+}
+
+/// Whether the text takes the way of short texts.
+inline bool isShort(const vel::nls::SortData& data, std::u16string_view text,
+                    vel::nls::SortStrength strength = vel::nls::SortStrength::kTertiary)
+{
+    const std::string bytes = sortpairs::bytesOf(text);
+    std::string key(64 * text.size() + 64, '\0');
+    return vel::nls::makeShortKey(data, reinterpret_cast<const unsigned char*>(bytes.data()), text.size(), strength,
+                                  reinterpret_cast<unsigned char*>(key.data()), key.size())
+        .has_value();
+}
+
+/// Code units that ICU reads.
+inline std::size_t slowUnits(const vel::nls::SortData& data, std::u16string_view text)
+{
+    const std::string bytes = sortpairs::bytesOf(text);
+    vel::nls::KeyWriter writer(data, vel::nls::SortStrength::kTertiary, nullptr, 0);
+    writer.write(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+    return writer.slowUnits();
+}
+
+}  // namespace builtsort
