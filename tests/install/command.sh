@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# The installed command finds the library and the data pack of its own, moved prefix: command.sh PREFIX
+set -euo pipefail
+
+prefix="$1"
+unset LD_LIBRARY_PATH WEBI18N_DATA
+
+LC_ALL=C grep -q '"locale":"fr-ca"' <("$prefix/bin/webi18n" explain --json 'fr-CA,fr;q=0.9,en;q=0.8')
+# Also through a symbolic link, as in a folder of programs.
+ln -sf "$prefix/bin/webi18n" "$prefix/../linked"
+LC_ALL=C grep -q '"locale":"fr-ca"' <("$prefix/../linked" explain --json fr-CA)
+test -s "$prefix/share/man/man1/webi18n.1"
