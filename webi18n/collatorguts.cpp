@@ -2,6 +2,20 @@
 
 namespace vel::i18n {
 
+namespace {
+
+int compareByKeys(CollatorGuts& guts, const wchar_t* pLHS, std::size_t nLHS, const wchar_t* pRHS, std::size_t nRHS,
+                  std::size_t nCollationLevel)
+{
+    CollationKey left;
+    CollationKey right;
+    guts.createCollationKey(pLHS, nLHS, nCollationLevel, left);
+    guts.createCollationKey(pRHS, nRHS, nCollationLevel, right);
+    return left.compare(right);
+}
+
+}  // namespace
+
 CollatorGuts::CollatorGuts(const NonOwningPtr<nls_internal_wrapper::NLSGlobals>& pGlobals, const String& sSortName)
     // Language and territory are left to the service.
     : m_tNlsLanguage(pGlobals, String(L".AL16UTF16"))
@@ -36,14 +50,10 @@ int CollatorGuts::collateStrings(const wchar_t* pLHS, std::size_t nLHS, const wc
 int CollatorGuts::compare(const wchar_t* pLHS, std::size_t nLHS, const wchar_t* pRHS, std::size_t nRHS,
                           std::size_t nCollationLevel)
 {
-    if (m_tNlsLanguage.canCompareTexts()) {
+    if (m_tNlsLanguage.canCompareTexts()) [[likely]] {
         return m_tNlsLanguage.compareTexts(pLHS, nLHS, pRHS, nRHS, nCollationLevel);
     }
-    CollationKey left;
-    CollationKey right;
-    createCollationKey(pLHS, nLHS, nCollationLevel, left);
-    createCollationKey(pRHS, nRHS, nCollationLevel, right);
-    return left.compare(right);
+    return compareByKeys(*this, pLHS, nLHS, pRHS, nRHS, nCollationLevel);
 }
 
 }  // namespace vel::i18n

@@ -179,16 +179,4 @@ int NLSLanguage::collateStrings(const wchar_t* /*pLHS*/, std::size_t /*nLHS*/, c
     return -1;
 }
 
-bool NLSLanguage::canCompareTexts() const
-{
-    return service().m_pCompareTexts != nullptr;
-}
-
-int NLSLanguage::compareTexts(const wchar_t* pLHS, std::size_t nLHS, const wchar_t* pRHS, std::size_t nRHS,
-                              std::size_t nLevel) const
-{
-    return service().m_pCompareTexts(pLHS, nLHS, pRHS, nRHS, static_cast<unsigned char>(nLevel), m_hLanguage,
-                                     m_pGlobals->contextRecord());
-}
-
 }  // namespace vel::nls_internal_wrapper

@@ -63,10 +63,14 @@ public:
                        AutoBufferBase<unsigned char>& rWorkBuffer) const;
 
     /// Whether the service compares texts without keys.
-    bool canCompareTexts() const;
+    bool canCompareTexts() const { return service().m_pCompareTexts != nullptr; }
     /// -1, 0 or 1 as the keys of both texts compare; only where canCompareTexts().
     int compareTexts(const wchar_t* pLHS, std::size_t nLHS, const wchar_t* pRHS, std::size_t nRHS,
-                     std::size_t nLevel) const;
+                     std::size_t nLevel) const
+    {
+        return service().m_pCompareTexts(pLHS, nLHS, pRHS, nRHS, static_cast<unsigned char>(nLevel), m_hLanguage,
+                                         m_pGlobals->contextRecord());
+    }
 
 private:
     const nls::EntryPoints& service() const { return m_pLibrary->entryPoints(); }

@@ -1,6 +1,7 @@
 #include "vel/nls/nlsservice.h"
 
 #include <atomic>
+#include <bit>
 #include <cstring>
 #include <memory>
 #include <mutex>
@@ -86,14 +87,20 @@ const SortTable* openTable(GlobalArea& globalArea, std::string_view name)
     return globalArea.m_tTables.insert(std::move(table)).first->get();
 }
 
-/// The table of the sort in force, opened when it is first needed; null without a language or a context.
+/// The table of the sort in force, if it is open; null without a language or a context.
+const SortTable* openedTableOf(LanguageHandle* handle, ContextRecord* context) noexcept
+{
+    return handle == nullptr || globalAreaOf(context) == nullptr ? nullptr : languageOf(handle)->m_pTable;
+}
+
+/// The same, opened when it is first needed.
 const SortTable* tableOf(LanguageHandle* handle, ContextRecord* context)
 {
-    Language* language = languageOf(handle);
     GlobalArea* globalArea = globalAreaOf(context);
-    if (language == nullptr || globalArea == nullptr) {
+    if (handle == nullptr || globalArea == nullptr) {
         return nullptr;
     }
+    Language* language = languageOf(handle);
     if (language->m_pTable == nullptr) {
         language->m_pTable = openTable(*globalArea, language->m_tCodes.tag());
     }
@@ -102,17 +109,11 @@ const SortTable* tableOf(LanguageHandle* handle, ContextRecord* context)
 
 SortStrength strengthOf(unsigned flags) noexcept
 {
-    constexpr std::pair<unsigned, SortStrength> kStrongestFirst[] = {{16, SortStrength::kIdentical},
-                                                                     {8, SortStrength::kQuaternary},
-                                                                     {4, SortStrength::kTertiary},
-                                                                     {2, SortStrength::kSecondary},
-                                                                     {1, SortStrength::kPrimary}};
-    for (const auto& [flag, strength] : kStrongestFirst) {
-        if ((flags & flag) != 0) {
-            return strength;
-        }
-    }
-    return SortStrength::kTertiary;
+    // The strongest flag counts: one bit for each strength, from the lowest on. None: tertiary.
+    constexpr unsigned kFlags = 0x1F;
+    constexpr unsigned kDefault = 4;
+    const unsigned known = (flags & kFlags) == 0 ? kDefault : flags & kFlags;
+    return static_cast<SortStrength>(std::bit_width(known) - 1);
 }
 
 LoadContext* createLoadContext(const void* /*reserved*/, unsigned /*flags*/)
@@ -227,11 +228,22 @@ std::size_t makeSortKey(unsigned char* out, std::size_t capacity, const unsigned
                             : table->makeKey(utf16be, byteCount, strengthOf(strengthFlags), out, capacity);
 }
 
-int compareTexts(const wchar_t* left, std::size_t leftLength, const wchar_t* right, std::size_t rightLength,
-                 unsigned strengthFlags, LanguageHandle* handle, ContextRecord* context)
+int openAndCompareTexts(const wchar_t* left, std::size_t leftLength, const wchar_t* right, std::size_t rightLength,
+                        unsigned strengthFlags, LanguageHandle* handle, ContextRecord* context)
 {
     const SortTable* table = tableOf(handle, context);
     return table == nullptr ? 0 : table->compare(left, leftLength, right, rightLength, strengthOf(strengthFlags));
+}
+
+/// Goes on to the table, and nothing else: a comparison costs little more than the calls that lead to it.
+int compareTexts(const wchar_t* left, std::size_t leftLength, const wchar_t* right, std::size_t rightLength,
+                 unsigned strengthFlags, LanguageHandle* handle, ContextRecord* context)
+{
+    const SortTable* table = openedTableOf(handle, context);
+    if (table == nullptr) [[unlikely]] {
+        return openAndCompareTexts(left, leftLength, right, rightLength, strengthFlags, handle, context);
+    }
+    return table->compare(left, leftLength, right, rightLength, strengthOf(strengthFlags));
 }
 
 constexpr EntryPoints kOwnService = {

@@ -41,6 +41,7 @@ class WideText
 public:
     WideText(const wchar_t* text, std::size_t size) noexcept : m_pText(text), m_nSize(size) {}
 
+    const wchar_t* data() const noexcept { return m_pText; }
     std::size_t size() const noexcept { return m_nSize; }
     char32_t operator[](std::size_t i) const noexcept { return static_cast<char32_t>(m_pText[i]); }
     bool isOdd(char32_t c) const noexcept { return isSurrogate(c) || c > 0x10FFFF; }

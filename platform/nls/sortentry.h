@@ -12,8 +12,10 @@ namespace vel::nls {
 ///     36     mark: see isMark
 ///     37     care: a mark behind it may belong to it
 ///     38-40  number of elements
+///     41     inner: may stand behind another one in a sequence that is read as one, not as a mark
 ///     42-43  quaternary weight of the first element, the others having none
-///     44-47  kind of a special character
+///     44-46  kind of a special character
+///     47     open: a sequence may go on behind it, with what is inner
 ///     48-55  secondary code of the last element, 0: common
 ///     56-63  tertiary code of the first element, 0: common
 ///
@@ -33,10 +35,14 @@ enum SpecialKind : std::uint8_t
 
 namespace entry {
 
+constexpr SortEntry kLength = SortEntry{7} << 32;
 constexpr SortEntry kSpecial = SortEntry{1} << 35;
 constexpr SortEntry kMark = SortEntry{1} << 36;
 constexpr SortEntry kCare = SortEntry{1} << 37;
+constexpr SortEntry kElements = SortEntry{7} << 38;
+constexpr SortEntry kInner = SortEntry{1} << 41;
 constexpr SortEntry kQuaternary = SortEntry{3} << 42;
+constexpr SortEntry kOpen = SortEntry{1} << 47;
 constexpr SortEntry kSecondary = SortEntry{0xFF} << 48;
 constexpr SortEntry kTertiary = SortEntry{0xFF} << 56;
 constexpr unsigned kMostElements = 7;
@@ -63,7 +69,7 @@ constexpr unsigned quaternary(SortEntry e) noexcept
 }
 constexpr SpecialKind kind(SortEntry e) noexcept
 {
-    return static_cast<SpecialKind>((e >> 44) & 0xFU);
+    return static_cast<SpecialKind>((e >> 44) & 7U);
 }
 constexpr bool isKind(SortEntry e, SpecialKind kind) noexcept
 {
@@ -80,6 +86,13 @@ constexpr unsigned char tertiary(SortEntry e) noexcept
 constexpr bool isPlain(SortEntry e) noexcept
 {
     return (e & (kSpecial | kMark)) == 0;
+}
+/// Whether the second of two characters may be read together with the first. Two of which this is not so part the text:
+/// nothing before that place changes what follows, nor the other way round.
+constexpr bool mayJoin(SortEntry first, SortEntry second) noexcept
+{
+    return ((second & kMark) != 0 && (first & (kCare | kSpecial)) != 0) ||
+           ((second & kInner) != 0 && (first & kOpen) != 0);
 }
 constexpr SortEntry special(SpecialKind kind, std::uint32_t index = 0) noexcept
 {

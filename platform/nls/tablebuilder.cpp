@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "hotcharacters.h"
+#include "sequenceflags.h"
 #include "sortstrings.h"
 
 namespace vel::nls {
@@ -34,6 +35,7 @@ public:
         addOpenings();
         addHangul();
         addAscii();
+        markSequences(m_pData->m_tPages, m_tStrings.contexts());
         m_pData->m_nCutRun = std::max<std::size_t>(4, m_tStrings.contexts().m_nLongest);
         m_pData->m_tElements.shrink_to_fit();
         m_pData->m_tLists.shrink_to_fit();

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "sortcursor.h"
 #include "sortdata.h"
 #include "sortengine.h"
 
@@ -25,6 +26,9 @@ public:
     const SortData& data() const noexcept { return *m_pData; }
 
 private:
+    /// For texts that are equal up to there, and whose first difference does not decide.
+    int compareFurther(WideText a, WideText b, std::size_t equal, SortStrength strength) const;
+
     std::unique_ptr<const SortData> m_pData;
     std::string m_sVersion;
 };

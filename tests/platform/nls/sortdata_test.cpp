@@ -42,6 +42,30 @@ TEST(SortEntries, MarksAndWhatTheyMayJoinAreKnown)
     EXPECT_EQ(data->m_tPages.find(U'b') & entry::kCare, 0U);
 }
 
+TEST(SortEntries, WhatMayJoinItsNeighboursIsKnown)
+{
+    const auto joins = [](const SortData& data, char32_t first, char32_t second) {
+        return entry::mayJoin(data.m_tPages.find(first), data.m_tPages.find(second));
+    };
+    const auto czech = build("cs");
+    EXPECT_TRUE(joins(*czech, U'c', U'h'));
+    EXPECT_TRUE(joins(*czech, U'C', U'h'));
+    EXPECT_FALSE(joins(*czech, U'h', U'c'));
+    EXPECT_FALSE(joins(*czech, U'a', U'h'));
+    EXPECT_FALSE(joins(*czech, U'c', U'a'));
+    // Hungarian "dzs" is one letter.
+    const auto hungarian = build("hu");
+    EXPECT_TRUE(joins(*hungarian, U'd', U'z'));
+    EXPECT_TRUE(joins(*hungarian, U'z', U's'));
+    const auto swedish = build("sv");
+    EXPECT_TRUE(joins(*swedish, U'a', 0x30A));
+    EXPECT_FALSE(joins(*swedish, U'b', 0x30A));
+    EXPECT_TRUE(joins(*swedish, U'l', 0xB7));
+    EXPECT_TRUE(joins(*build("th"), 0x0E40, 0x0E01));
+    EXPECT_TRUE(joins(*build("ja"), 0x30AB, 0x30FC));
+    EXPECT_FALSE(joins(*build("ja"), 0x30AB, 0x30AC));
+}
+
 TEST(SortEntries, CharactersHaveTheirKind)
 {
     const auto swedish = build("sv");

@@ -161,6 +161,75 @@ TEST(SortTable, WideTextComparesAsItsCodePoints)
     }
 }
 
+/// In memory of just its size, so that a sanitizer sees what is read beyond it.
+int compareExactly(const SortTable& table, std::wstring_view a, std::wstring_view b,
+                   SortStrength strength = SortStrength::kTertiary)
+{
+    const std::vector<wchar_t> left(a.begin(), a.end());
+    const std::vector<wchar_t> right(b.begin(), b.end());
+    const int order = table.compare(left.data(), left.size(), right.data(), right.size(), strength);
+    EXPECT_EQ(table.compare(right.data(), right.size(), left.data(), left.size(), strength), -order);
+    return order;
+}
+
+TEST(SortTable, TheFirstDifferenceDecidesWhereverItIs)
+{
+    const auto table = open("en");
+    for (std::size_t before = 0; before <= 20; ++before) {
+        for (std::size_t behind = 0; behind <= 20; ++behind) {
+            const std::wstring prefix(before, L'm');
+            const std::wstring rest(behind, L'n');
+            EXPECT_EQ(compareExactly(*table, prefix + L"a" + rest, prefix + L"b" + rest), -1);
+            EXPECT_EQ(compareExactly(*table, prefix + L"b", prefix + L"a" + rest), 1);
+            EXPECT_EQ(compareExactly(*table, prefix + L"a" + rest, prefix + L"A" + rest), -1);
+            EXPECT_EQ(compareExactly(*table, prefix + L"A" + rest, prefix + L"\u00E1" + rest), -1);
+            EXPECT_EQ(compareExactly(*table, prefix + L"A" + rest + L"a", prefix + L"a" + rest + L"b"), -1);
+            EXPECT_EQ(compareExactly(*table, prefix + L"A" + rest, prefix + L"a" + rest, SortStrength::kSecondary), 0);
+            EXPECT_EQ(compareExactly(*table, prefix + rest, prefix + rest + L"a"), -1);
+            EXPECT_EQ(compareExactly(*table, prefix + rest, prefix + rest, SortStrength::kIdentical), 0);
+        }
+    }
+}
+
+TEST(SortTable, WhatStandsBesideADifferenceCounts)
+{
+    const auto czech = open("cs");  // h, ch, i
+    EXPECT_EQ(compareExactly(*czech, L"xci", L"xch"), -1);
+    EXPECT_EQ(compareExactly(*czech, L"xch", L"xi"), -1);
+    EXPECT_EQ(compareExactly(*czech, L"xcha", L"xhz"), 1);
+    EXPECT_EQ(compareExactly(*czech, L"xc", L"xch"), -1);
+    EXPECT_EQ(compareExactly(*czech, L"xcza", L"xCZa"), -1);
+    const auto hungarian = open("hu");  // c, cs, d, dz, dzs, e
+    EXPECT_EQ(compareExactly(*hungarian, L"dzs", L"dzz"), 1);
+    EXPECT_EQ(compareExactly(*hungarian, L"dzs", L"e"), -1);
+    EXPECT_EQ(compareExactly(*hungarian, L"cza", L"csa"), -1);
+    const auto swedish = open("sv");  // a, z, a with ring
+    EXPECT_EQ(compareExactly(*swedish, L"xaz", L"xa\u030A"), -1);
+    EXPECT_EQ(compareExactly(*swedish, L"xa\u030A", L"xz"), 1);
+    EXPECT_EQ(compareExactly(*swedish, L"xb\u030A", L"xc"), -1);
+    const auto thai = open("th");  // the consonant of a vowel before it comes first
+    EXPECT_EQ(compareExactly(*thai, L"\u0E40\u0E02", L"\u0E01\u0E01"), 1);
+    EXPECT_EQ(compareExactly(*thai, L"\u0E40\u0E01", L"\u0E02"), -1);
+    EXPECT_EQ(compareExactly(*thai, L"\u0E01\u0E40\u0E02", L"\u0E01\u0E40\u0E01"), 1);
+    const auto shifted = open("en-u-ka-shifted");
+    EXPECT_EQ(compareExactly(*shifted, L"a-b", L"ab"), 0);
+    EXPECT_EQ(compareExactly(*shifted, L"a-b", L"ab", SortStrength::kQuaternary), -1);
+    EXPECT_EQ(compareExactly(*shifted, L"a-\u0301b", L"a-b"), 0);
+    const auto numeric = open("en-u-kn");
+    EXPECT_EQ(compareExactly(*numeric, L"a10", L"a9"), 1);
+    EXPECT_EQ(compareExactly(*numeric, L"a10b", L"a10c"), -1);
+    EXPECT_EQ(compareExactly(*numeric, L"a1", L"a10"), -1);
+}
+
+TEST(SortTable, TheLastAccentDecidesInCanadianFrenchUpToASeparator)
+{
+    const auto table = open("fr-CA");
+    EXPECT_EQ(compareExactly(*table, L"c\u00F4te", L"cot\u00E9"), -1);
+    EXPECT_EQ(compareExactly(*table, L"\u00E9x\u00E8", L"\u00E8x\u00E9"), 1);
+    // What U+FFFE parts is compared part by part, from the first one on.
+    EXPECT_EQ(compareExactly(*table, L"\u00E9\uFFFE\u00E8", L"\u00E8\uFFFE\u00E9"), -1);
+}
+
 TEST(SortTable, ABuildThatRunsOutOfMemoryLeavesNothing)
 {
     open("hu").reset();

@@ -27,11 +27,16 @@ public:
 private:
     T& checked() const
     {
-        VEL_ASSERT_TEXT(m_p != nullptr, "m_p != 0");
         if (m_p == nullptr) [[unlikely]] {
-            handle_details::throwInvalidHandle(typeid(T));
+            failNull();
         }
         return *m_p;
+    }
+    /// By itself, so that a caller keeps nothing across the report.
+    [[noreturn]] static void failNull()
+    {
+        VEL_FAIL("m_p != 0");
+        handle_details::throwInvalidHandle(typeid(T));
     }
 
     T* m_p = nullptr;
