@@ -1,47 +1,13 @@
 #!/usr/bin/env bash
 # Loads sort keys into a PostgreSQL server of its own and lets it sort: postgresql.sh COMMAND
-# ORDER BY of the bytea column must give the sort's order. The server listens on a private socket only, runs as an
-# unprivileged user, and goes with the test. Without PostgreSQL the test is skipped (77).
+# ORDER BY of the bytea column must give the sort's order. Without PostgreSQL the test is skipped (77).
 set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/../support/postgresql.sh"
 
 command="$1"
-bin=""
-for each in /usr/lib/postgresql/*/bin; do
-    [[ -x $each/initdb && -x $each/postgres && -x $each/psql ]] && bin="$each"
-done
-if [[ -z $bin ]]; then
-    echo "SKIPPED: PostgreSQL is not installed (Debian's package postgresql)"
-    exit 77
-fi
-
 folder="$(mktemp -d /tmp/webi18n-pg-XXXXXX)"
-server=""
-finish() {
-    if [[ -n $server ]]; then
-        kill -INT "$server" 2>/dev/null || true
-        wait "$server" 2>/dev/null || true
-    fi
-    rm -rf "$folder"
-}
-trap finish EXIT
-
-# The server refuses to run as root.
-asUser=()
-if [[ $(id -u) == 0 ]]; then
-    chown nobody "$folder"
-    asUser=(setpriv --reuid=nobody --regid=nogroup --clear-groups)
-fi
-(cd "$folder" && "${asUser[@]}" "$bin/initdb" -D "$folder/data" -U tester -A trust --no-locale -E UTF8 >"$folder/initdb.log" 2>&1) ||
-    { cat "$folder/initdb.log"; exit 1; }
-(cd "$folder" && exec "${asUser[@]}" "$bin/postgres" -D "$folder/data" -k "$folder" -c listen_addresses= -c fsync=off \
-    >"$folder/server.log" 2>&1) &
-server=$!
-query() { PGCLIENTENCODING=UTF8 "$bin/psql" -X -q -A -t -v ON_ERROR_STOP=1 -h "$folder" -U tester postgres "$@"; }
-for ((i = 0; i < 100; ++i)); do
-    query -c 'SELECT 1' >/dev/null 2>&1 && break
-    kill -0 "$server" 2>/dev/null || { cat "$folder/server.log"; exit 1; }
-    sleep 0.1
-done
+startPostgresql "$folder"
+query() { psql -X -q -A -t -v ON_ERROR_STOP=1 "$@"; }
 
 # Words of several scripts, capitals, accents and punctuation, each once.
 words() {

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
-# Checks that docs/formats.md leaves nothing out: complete.sh REPOSITORY
-# Every name that a loader reads and every rule of `webi18n check` stands there, and every rule in the manual.
+# Checks that the documents leave nothing out: complete.sh REPOSITORY
+# - docs/formats.md has every name that a loader reads and every rule of `webi18n check`; the manual has the rules;
+# - docs/threads.md has every class for hosts;
+# - docs/guarantees.md names tests that there are.
 set -euo pipefail
 cd "$1"
 
@@ -31,10 +33,34 @@ rules() {
     find cli/check -name '*.cpp' ! -name webencodings.cpp -exec grep -ohE '"[a-z]+(-[a-z]+)+"' {} + | tr -d '"' | sort -u
 }
 
+classes() {
+    grep -rohE '^(class|struct) WEBI18N_API [A-Za-z]+.*' include platform/*/include render/include | grep -v 'Exception' |
+        awk '{ print $3 }' | tr -d ':' | grep -vxE 'Node|Root|RefCounted|GDValue|GDVariantBase|CollatorGuts' | sort -u
+}
+
+# The tests that docs/guarantees.md names are there: `Suite.Test`, or a test of ctest in small letters.
+guaranteeTests() {
+    local name count=0
+    while IFS= read -r name; do
+        count=$((count + 1))
+        grep -rqE "TEST(_F|_P)?\\(${name%%.*}, ${name#*.}\\)" tests --include='*.cpp' ||
+            { echo "docs/guarantees.md: there is no test $name"; faults=$((faults + 1)); }
+    done < <(grep -oE '`[A-Z][A-Za-z0-9]+\.[A-Za-z0-9]+`' docs/guarantees.md | tr -d '`' | sort -u)
+    while IFS= read -r name; do
+        count=$((count + 1))
+        grep -rqwF "${name#*.}" tests --include=CMakeLists.txt ||
+            { echo "docs/guarantees.md: there is no test $name"; faults=$((faults + 1)); }
+    done < <(grep -oE '`[a-z]+\.[a-z_]+`' docs/guarantees.md | tr -d '`' | sort -u)
+    ((count > 0)) || { echo "docs/guarantees.md names no test"; faults=$((faults + 1)); }
+}
+
 properties | need '`NAME`' docs/formats.md property
 attributes | need '`NAME`' docs/formats.md attribute
 grep -ohE 'L"Localization/[A-Za-z]+"' webi18n/*.cpp | cut -d'"' -f2 | sort -u | need '`NAME`' docs/formats.md key
 rules | need '[NAME]' docs/formats.md rule
 rules | need 'NAME' cli/webi18n.1 rule
+# Every class for hosts has its place in the table of threads; what is left out are the parts of others.
+classes | need 'NAME' docs/threads.md class
+guaranteeTests
 ((faults == 0)) || exit 1
 echo "$(properties | wc -l) properties, $(attributes | wc -l) attributes and $(rules | wc -l) rules are described"
