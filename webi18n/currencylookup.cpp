@@ -151,58 +151,34 @@ void CurrencyReader::readCaptions()
     }
 }
 
-template <const String& (Currency::*keyOf)() const noexcept>
-std::size_t CurrencyLookup::Index<keyOf>::placeOf(const String& key, std::uint32_t hash) const noexcept
-{
-    const std::size_t mask = m_vSlots.size() - 1;
-    std::size_t place = hash & mask;
-    while (m_vSlots[place].m_pCurrency != nullptr &&
-           (m_vSlots[place].m_nHash != hash || (m_vSlots[place].m_pCurrency->*keyOf)() != key)) {
-        place = (place + 1) & mask;
-    }
-    return place;
-}
-
-template <const String& (Currency::*keyOf)() const noexcept>
-Handle<const Currency> CurrencyLookup::Index<keyOf>::find(const String& key) const noexcept
-{
-    return Handle<const Currency>(m_vSlots[placeOf(key, hashText(key.view()))].m_pCurrency);
-}
-
-template <const String& (Currency::*keyOf)() const noexcept>
-void CurrencyLookup::Index<keyOf>::set(const Currency& currency)
-{
-    const std::uint32_t hash = hashText((currency.*keyOf)().view());
-    if (m_vSlots[placeOf((currency.*keyOf)(), hash)].m_pCurrency == nullptr) {
-        if (2 * (m_nUsed + 1) > m_vSlots.size()) {
-            grow();
-        }
-        ++m_nUsed;
-    }
-    m_vSlots[placeOf((currency.*keyOf)(), hash)] = {&currency, hash};
-}
-
-template <const String& (Currency::*keyOf)() const noexcept>
-void CurrencyLookup::Index<keyOf>::grow()
-{
-    Index larger;
-    larger.m_vSlots.resize(2 * m_vSlots.size());
-    for (const Slot& each : m_vSlots) {
-        if (each.m_pCurrency != nullptr) {
-            larger.m_vSlots[larger.placeOf((each.m_pCurrency->*keyOf)(), each.m_nHash)] = each;
-        }
-    }
-    m_vSlots.swap(larger.m_vSlots);
-}
-
-template <const String& (Currency::*keyOf)() const noexcept>
-void CurrencyLookup::Index<keyOf>::swap(Index& other) noexcept
-{
-    m_vSlots.swap(other.m_vSlots);
-    std::swap(m_nUsed, other.m_nUsed);
-}
-
 namespace {
+
+/// Whether a record has a text, such as its tag.
+template <const String& (Currency::*keyOf)() const noexcept>
+auto has(std::wstring_view key) noexcept
+{
+    return [key](const Currency* currency) { return (currency->*keyOf)().view() == key; };
+}
+
+template <const String& (Currency::*keyOf)() const noexcept>
+Handle<const Currency> findIn(const FlatIndex<const Currency*>& index, const String& key) noexcept
+{
+    const Currency* const* const found = index.find(hashText(key.view()), has<keyOf>(key.view()));
+    return Handle<const Currency>(found == nullptr ? nullptr : *found);
+}
+
+/// Adds the record, or replaces that of an equal key.
+template <const String& (Currency::*keyOf)() const noexcept>
+void setIn(FlatIndex<const Currency*>& index, const Currency& currency)
+{
+    const std::wstring_view key = (currency.*keyOf)().view();
+    const std::uint32_t hash = hashText(key);
+    if (const Currency** const known = index.find(hash, has<keyOf>(key)); known != nullptr) {
+        *known = &currency;
+    } else {
+        index.add(hash, &currency);
+    }
+}
 
 VEL_INIT_VALUES CurrencyLookup g_tInstance;
 
@@ -242,8 +218,8 @@ void CurrencyLookup::add(const Handle<const Currency>& currency)
 {
     m_tCurrencyMap.insert_or_assign(currency->getTag(), currency);
     m_tCurrencyList.push_back(currency);
-    m_tSymbolToCurrencyMap.set(*currency);
-    m_tTagIndex.set(*currency);
+    setIn<&Currency::getCurrencySymbol>(m_tSymbolToCurrencyMap, *currency);
+    setIn<&Currency::getTag>(m_tTagIndex, *currency);
 }
 
 void CurrencyLookup::swap(CurrencyLookup& other) noexcept
@@ -256,12 +232,12 @@ void CurrencyLookup::swap(CurrencyLookup& other) noexcept
 
 Handle<const Currency> CurrencyLookup::lookupCurrencyTag(const String& tag) const
 {
-    return m_tTagIndex.find(tag);
+    return findIn<&Currency::getTag>(m_tTagIndex, tag);
 }
 
 Handle<const Currency> CurrencyLookup::lookupCurrencySymbol(const String& symbol) const
 {
-    return m_tSymbolToCurrencyMap.find(symbol);
+    return findIn<&Currency::getCurrencySymbol>(m_tSymbolToCurrencyMap, symbol);
 }
 
 }  // namespace vel

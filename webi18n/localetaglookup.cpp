@@ -90,8 +90,9 @@ void LocaleTagLookupState::addDataFormats(const XmlElement& definition)
     using namespace i18n_details;
     forEachProperty(definition, [this](const XmlElement& property) {
         forEachProperty(property, [this](const XmlElement& entry) {
-            if (entry.attribute(ksName).empty()) {
-                m_tFormats.add(entry.innerTextView());
+            const std::wstring_view text = entry.innerTextView();
+            if (!text.empty() && entry.attribute(ksName).empty()) {
+                m_tFormats.add(text);
             }
         });
     });
@@ -152,7 +153,7 @@ void LocaleTagLookup::getSupportedLocales(std::vector<Locale>& out) const
 
 bool LocaleTagLookup::isValidDataFormat(const String& sDataFormat) const
 {
-    return m_pState->m_tFormats.contains(sDataFormat.view());
+    return m_pState->m_tFormats.find(sDataFormat.view()) != TextNumbers::kNone;
 }
 
 }  // namespace vel

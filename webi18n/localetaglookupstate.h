@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dataformats.h"
 #include "namedlocales.h"
+#include "vel/core/textnumbers.h"
 #include "webi18n/localetaglookup.h"
 
 namespace vel {
@@ -13,7 +13,7 @@ class LocaleTagLookupState
 public:
     i18n_details::NamedLocales m_tAllLocales;
     i18n_details::NamedLocales m_tSupportedLocales;
-    i18n_details::DataFormats m_tFormats;
+    TextNumbers m_tFormats;  // the empty text is never among them
 
     /// Allows the locale of that name; an unknown or empty name is skipped.
     void allow(std::wstring_view name)

@@ -2,15 +2,6 @@
 
 namespace vel::i18n_details {
 
-namespace {
-
-constexpr std::size_t kFirstSlots = 16;
-
-}  // namespace
-
-NamedLocales::NamedLocales() : m_vSlots(kFirstSlots)
-{}
-
 std::uint32_t NamedLocales::hashOf(std::wstring_view name) noexcept
 {
     std::uint64_t hash = name.size();
@@ -24,31 +15,13 @@ std::uint32_t NamedLocales::hashOf(std::wstring_view name) noexcept
 void NamedLocales::set(std::wstring_view name, const Locale& locale)
 {
     const std::uint32_t hash = hashOf(name);
-    if (LocaleMap::value_type* const known = m_vSlots[placeOf(name, hash)].m_pEntry; known != nullptr) {
-        known->second = locale;
+    if (LocaleMap::value_type* const* const known = m_tIndex.find(hash, IsNamed{name}); known != nullptr) {
+        (*known)->second = locale;
         return;
     }
-    if ((m_tInOrder.size() + 1) * 2 > m_vSlots.size()) {
-        grow();
-    }
+    m_tIndex.reserve(m_tIndex.size() + 1);
     // Files tend to name their locales in order.
-    const auto added = m_tInOrder.emplace_hint(m_tInOrder.end(), name, locale);
-    m_vSlots[placeOf(name, hash)] = {&*added, hash};
-}
-
-void NamedLocales::grow()
-{
-    std::vector<Slot> larger(m_vSlots.size() * 2);
-    for (const Slot& each : m_vSlots) {
-        if (each.m_pEntry != nullptr) {
-            std::size_t place = each.m_nHash & (larger.size() - 1);
-            while (larger[place].m_pEntry != nullptr) {
-                place = (place + 1) & (larger.size() - 1);
-            }
-            larger[place] = each;
-        }
-    }
-    m_vSlots.swap(larger);
+    m_tIndex.add(hash, &*m_tInOrder.emplace_hint(m_tInOrder.end(), name, locale));
 }
 
 }  // namespace vel::i18n_details

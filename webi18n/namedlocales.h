@@ -2,9 +2,8 @@
 
 #include <cstdint>
 #include <string_view>
-#include <utility>
-#include <vector>
 
+#include "vel/core/flatindex.h"
 #include "webi18n/localetaglookup.h"
 
 namespace vel::i18n_details {
@@ -14,8 +13,6 @@ namespace vel::i18n_details {
 class NamedLocales
 {
 public:
-    NamedLocales();
-
     /// Equal for names that differ in case only. Worth keeping beside a name that is looked up for every request.
     static std::uint32_t hashOf(std::wstring_view name) noexcept;
 
@@ -23,8 +20,8 @@ public:
     const Locale* find(std::wstring_view name) const noexcept { return find(name, hashOf(name)); }
     const Locale* find(std::wstring_view name, std::uint32_t hash) const noexcept
     {
-        const LocaleMap::value_type* const entry = m_vSlots[placeOf(name, hash)].m_pEntry;
-        return entry == nullptr ? nullptr : &entry->second;
+        LocaleMap::value_type* const* const found = m_tIndex.find(hash, IsNamed{name});
+        return found == nullptr ? nullptr : &(*found)->second;
     }
 
     /// Adds the locale or replaces that of an equal name. When it throws (memory), nothing has changed.
@@ -34,33 +31,22 @@ public:
     void swap(NamedLocales& other) noexcept
     {
         m_tInOrder.swap(other.m_tInOrder);
-        m_vSlots.swap(other.m_vSlots);
+        m_tIndex.swap(other.m_tIndex);
     }
 
 private:
-    /// A place of the open-addressed table, whose size is a power of two and which is never full.
-    struct Slot
+    /// Whether an entry is that of a name.
+    struct IsNamed
     {
-        LocaleMap::value_type* m_pEntry = nullptr;
-        std::uint32_t m_nHash = 0;
+        std::wstring_view m_sName;
+        bool operator()(const LocaleMap::value_type* entry) const noexcept
+        {
+            return compareNoCase(entry->first.view(), m_sName) == 0;
+        }
     };
 
-    std::size_t placeOf(std::wstring_view name, std::uint32_t hash) const noexcept
-    {
-        std::size_t place = hash & (m_vSlots.size() - 1);
-        while (m_vSlots[place].m_pEntry != nullptr && !isNamed(m_vSlots[place], name, hash)) {
-            place = (place + 1) & (m_vSlots.size() - 1);
-        }
-        return place;
-    }
-    static bool isNamed(const Slot& slot, std::wstring_view name, std::uint32_t hash) noexcept
-    {
-        return slot.m_nHash == hash && compareNoCase(slot.m_pEntry->first.view(), name) == 0;
-    }
-    void grow();
-
     LocaleMap m_tInOrder;
-    std::vector<Slot> m_vSlots;
+    FlatIndex<LocaleMap::value_type*> m_tIndex;
 };
 
 }  // namespace vel::i18n_details

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <map>
 #include <vector>
 
 #include "vel/core/api.h"
+#include "vel/core/flatindex.h"
 #include "vel/core/handle.h"
 #include "vel/core/string.h"
 #include "webi18n/currency.h"
@@ -52,31 +51,8 @@ public:
     Handle<const Currency> lookupCurrencySymbol(const String& symbol) const;
 
 private:
-    /// Finds a record by one of its texts without comparing its way down a tree. It owns nothing: the list keeps all
-    /// records.
-    template <const String& (Currency::*keyOf)() const noexcept>
-    class Index
-    {
-    public:
-        Handle<const Currency> find(const String& key) const noexcept;
-        /// Adds the record, or replaces that of an equal key. When it throws (memory), nothing has changed.
-        void set(const Currency& currency);
-        void swap(Index& other) noexcept;
-
-    private:
-        /// A place of the open-addressed table, whose size is a power of two and which is never full.
-        struct Slot
-        {
-            const Currency* m_pCurrency = nullptr;
-            std::uint32_t m_nHash = 0;
-        };
-
-        std::size_t placeOf(const String& key, std::uint32_t hash) const noexcept;
-        void grow();
-
-        std::vector<Slot> m_vSlots = std::vector<Slot>(1);
-        std::size_t m_nUsed = 0;
-    };
+    // The list keeps the records alive that an index names.
+    using Index = FlatIndex<const Currency*>;
 
     CurrencyLookup(const CurrencyLookup&);
 
@@ -85,8 +61,8 @@ private:
 
     CurrencyMap m_tCurrencyMap;
     CurrencyList m_tCurrencyList;
-    Index<&Currency::getCurrencySymbol> m_tSymbolToCurrencyMap;
-    Index<&Currency::getTag> m_tTagIndex;
+    Index m_tSymbolToCurrencyMap;
+    Index m_tTagIndex;
 };
 
 }  // namespace vel

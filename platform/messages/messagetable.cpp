@@ -20,52 +20,73 @@ void MessageTable::load(const FilePath& file)
 
 void MessageTable::load(const XmlDocument& document)
 {
-    Messages loaded;
+    std::vector<std::pair<std::wstring_view, Message>> loaded;
+    std::size_t characters = 0;
     for (const XmlElement& element : children(document.root())) {
         const std::wstring_view key = element.attribute(L"key");
         if (element.name() != L"message" || key.empty()) {
             continue;
         }
         std::optional<String> target = messages_details::referencedKey(element);
-        loaded.insert_or_assign(String(key), target ? Message::external(std::move(*target))
-                                                    : Message::text(messages_details::messageText(element)));
+        loaded.emplace_back(key, target ? Message::external(std::move(*target))
+                                        : Message::text(messages_details::messageText(element)));
+        characters += key.size();
     }
-    // With room for all, merging only relinks: nothing can fail half-way.
-    loaded.reserve(loaded.size() + m_tMessages.size());
-    loaded.merge(m_tMessages);
-    m_tMessages.swap(loaded);
+    // With room for all, nothing can fail half-way.
+    m_tKeys.reserve(loaded.size(), characters);
+    m_vMessages.reserve(size() + loaded.size());
+    for (auto& [key, message] : loaded) {
+        put(key, std::move(message));
+    }
 }
 
 void MessageTable::set(const String& key, const String& text)
 {
-    m_tMessages.insert_or_assign(key, Message::text(text));
+    put(key.view(), Message::text(text));
 }
 
 void MessageTable::setReference(const String& key, const String& target)
 {
-    m_tMessages.insert_or_assign(key, Message::external(target));
+    put(key.view(), Message::external(target));
+}
+
+/// Adds a message or replaces the one of that key. When it throws (memory), nothing has changed.
+void MessageTable::put(std::wstring_view key, Message message)
+{
+    if (const std::uint32_t known = m_tKeys.find(key); known != TextNumbers::kNone) {
+        m_vMessages[known] = std::move(message);
+        return;
+    }
+    m_tKeys.reserve(1, key.size());
+    m_vMessages.push_back(std::move(message));
+    m_tKeys.add(key);
 }
 
 const Message* MessageTable::find(std::wstring_view key) const noexcept
 {
-    return find(HashedKey{key, hashText(key)});
+    return followed(m_tKeys.find(key));
 }
 
 const Message* MessageTable::find(const Message& external) const noexcept
 {
-    return find(HashedKey{external.keyOrText().view(), external.hash()});
+    return followed(numberOf(external));
 }
 
-const Message* MessageTable::find(const HashedKey& key) const noexcept
+std::uint32_t MessageTable::numberOf(const Message& external) const noexcept
 {
-    auto found = m_tMessages.find(key);
+    return m_tKeys.find(external.keyOrText().view(), external.hash());
+}
+
+/// The text message that the message of that number is, or that its references lead to; null where there is none.
+const Message* MessageTable::followed(std::uint32_t number) const noexcept
+{
     // More steps than there are messages: a circle.
-    for (std::size_t steps = 0; found != m_tMessages.end() && steps < m_tMessages.size(); ++steps) {
-        const Message& message = found->second;
+    for (std::size_t steps = 0; number != TextNumbers::kNone && steps < size(); ++steps) {
+        const Message& message = m_vMessages[number];
         if (!message.isExternal()) {
             return &message;
         }
-        found = m_tMessages.find(HashedKey{message.keyOrText().view(), message.hash()});
+        number = numberOf(message);
     }
     return nullptr;
 }

@@ -3,13 +3,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 #include "vel/core/api.h"
 #include "vel/core/filepath.h"
 #include "vel/core/handle.h"
 #include "vel/core/string.h"
-#include "vel/core/texthash.h"
+#include "vel/core/textnumbers.h"
 #include "vel/messages/gdvariant.h"
 
 namespace vel {
@@ -38,7 +38,7 @@ public:
     ~MessageTable() override;
 
     const String& language() const noexcept { return m_sLanguage; }
-    std::size_t size() const noexcept { return m_tMessages.size(); }
+    std::size_t size() const noexcept { return m_vMessages.size(); }
 
     /// Adds a file's messages; a key that is already there is replaced, a message without a key is skipped. Throws
     /// XmlException; then the table is unchanged.
@@ -63,30 +63,13 @@ public:
     GDVariant resolveReferences(const GDVariant& value) const;
 
 private:
-    /// What a key that was hashed before is looked up by.
-    struct HashedKey
-    {
-        std::wstring_view m_sKey;
-        std::uint32_t m_nHash;
-    };
-    struct Hash
-    {
-        using is_transparent = void;  // NOLINT(readability-identifier-naming)
-        std::size_t operator()(const String& key) const noexcept { return hashText(key.view()); }
-        std::size_t operator()(const HashedKey& key) const noexcept { return key.m_nHash; }
-    };
-    struct Equal
-    {
-        using is_transparent = void;  // NOLINT(readability-identifier-naming)
-        bool operator()(const String& a, const String& b) const noexcept { return a == b; }
-        bool operator()(const HashedKey& a, const String& b) const noexcept { return a.m_sKey == b.view(); }
-    };
-    /// The text message of a key, or as an external one the reference to another.
-    using Messages = std::unordered_map<String, Message, Hash, Equal>;
+    void put(std::wstring_view key, Message message);
+    std::uint32_t numberOf(const Message& external) const noexcept;
+    const Message* followed(std::uint32_t number) const noexcept;
 
-    const Message* find(const HashedKey& key) const noexcept;
-
-    Messages m_tMessages;
+    TextNumbers m_tKeys;
+    // By the number of its key the text message, or as an external one the reference to another.
+    std::vector<Message> m_vMessages;
     String m_sLanguage;
 };
 
