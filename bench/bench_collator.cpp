@@ -1,11 +1,13 @@
 #include <unicode/ucol.h>
 
 #include <algorithm>
+#include <atomic>
 #include <memory>
 #include <numeric>
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "rows.h"
@@ -106,10 +108,11 @@ struct Strength
     double m_nTarget;
 };
 
+constexpr Strength kTertiary = {"tertiary", vel::i18n::kCollationStrengthDefault, UCOL_TERTIARY, 4};
 constexpr Strength kStrengths[] = {
     {"primary", vel::i18n::kCollationStrengthPrimaryFlag, UCOL_PRIMARY, 5},
     {"secondary", vel::i18n::kCollationStrengthSecondaryFlag, UCOL_SECONDARY, 5},
-    {"tertiary", vel::i18n::kCollationStrengthDefault, UCOL_TERTIARY, 4},
+    kTertiary,
     {"quaternary", vel::i18n::kCollationStrengthQuarnaryFlag, UCOL_QUATERNARY, 2.5},
     {"identical", vel::i18n::kCollationStrengthIdentical, UCOL_IDENTICAL, 2.5},
 };
@@ -126,6 +129,32 @@ Batch keysOurs(const std::string& tag, const Strength& strength, const WideTexts
         }
     };
     return repeated(makeAll, texts->size());
+}
+
+/// The same by several threads at once, each all texts with a collator of its own on the one table: what a key costs
+/// when the work is done with the last of them. Processor time, as everywhere: what the threads take from each other
+/// counts, what other processes take from them does not.
+Batch keysOfThreads(std::size_t count, const std::string& tag, const Strength& strength, const WideTexts& texts)
+{
+    return [=](std::size_t repetitions) {
+        std::atomic<std::size_t> waiting{count};
+        std::vector<double> costs(count);
+        std::vector<std::thread> threads;
+        for (double& cost : costs) {
+            threads.emplace_back([&] {
+                const Batch keys = keysOurs(tag, strength, texts);
+                keys(1);  // each core learns the texts first
+                for (--waiting; waiting > 0;) {
+                    std::this_thread::yield();
+                }
+                cost = keys(repetitions);
+            });
+        }
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        return *std::max_element(costs.begin(), costs.end()) / static_cast<double>(count);
+    };
 }
 
 Batch keysPeer(const std::string& tag, const Strength& strength, const Utf16Texts& texts)
@@ -151,6 +180,24 @@ void addKeyRow(std::vector<Situation>& rows, const std::string& name, const Stre
                         return Contest{keysOurs(corpus.m_sTag, strength, wideTexts(corpus.m_tTexts)),
                                        keysPeer(corpus.m_sTag, strength, native)};
                     }});
+}
+
+void addThreadsRow(std::vector<Situation>& rows, const std::string& name)
+{
+    rows.push_back(
+        {"collation key, tertiary, " + name + ", two threads", "one thread", {Target::kRatioAtLeast, 1.8}, [name] {
+             const SortCorpus& corpus = corpusOf(name);
+             const WideTexts texts = wideTexts(corpus.m_tTexts);
+             // Holds the table between the batches.
+             const auto held = std::make_shared<Ours>(corpus.m_sTag, kTertiary.m_eOurs);
+             const auto byThreads = [&](std::size_t count) {
+                 return [held, batch = keysOfThreads(count, corpus.m_sTag, kTertiary, texts)](std::size_t repetitions) {
+                     return batch(repetitions);
+                 };
+             };
+             constexpr std::size_t kKeys = 60'000;
+             return Contest{byThreads(2), byThreads(1), kKeys / texts->size() + 1};
+         }});
 }
 
 /// Pairs of texts, by their indexes.
@@ -227,6 +274,9 @@ void addCollatorRows(std::vector<Situation>& rows)
                             {Target::kRatioAtLeast, 1},
                             [=] { return compareContest(corpusOf(name), inOrder); }});
         }
+    }
+    for (const char* name : {"en", "th", "ja", "words"}) {
+        addThreadsRow(rows, name);
     }
     rows.push_back({"a collator for a sort in use", "", {Target::kOursBelow, 2000}, laterUseContest});
 }
