@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Checks that the documents leave nothing out: complete.sh REPOSITORY
 # - docs/formats.md has every name that a loader reads and every rule of `webi18n check`; the manual has the rules;
+# - docs/command.md and the manual have every subcommand;
 # - docs/threads.md has every class for hosts;
 # - docs/guarantees.md names tests that there are.
 set -euo pipefail
@@ -59,6 +60,8 @@ attributes | need '`NAME`' docs/formats.md attribute
 grep -ohE 'L"Localization/[A-Za-z]+"' webi18n/*.cpp | cut -d'"' -f2 | sort -u | need '`NAME`' docs/formats.md key
 rules | need '[NAME]' docs/formats.md rule
 rules | need 'NAME' cli/webi18n.1 rule
+grep -ohE 'add_subcommand\("[a-z-]+"' cli/*.cpp | cut -d'"' -f2 | need '`NAME`' docs/command.md subcommand
+grep -ohE 'add_subcommand\("[a-z-]+"' cli/*.cpp | cut -d'"' -f2 | need 'Cm NAME' cli/webi18n.1 subcommand
 # Every class for hosts has its place in the table of threads; what is left out are the parts of others.
 classes | need 'NAME' docs/threads.md class
 guaranteeTests
