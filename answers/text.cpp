@@ -79,4 +79,16 @@ std::string quotedText(std::wstring_view text)
     return names.empty() ? quoted : quoted + " (" + names + ")";
 }
 
+std::string hexadecimalText(std::string_view bytes)
+{
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string text;
+    text.reserve(2 * bytes.size());
+    for (const char each : bytes) {
+        text += kDigits[static_cast<unsigned char>(each) >> 4];
+        text += kDigits[static_cast<unsigned char>(each) & 15];
+    }
+    return text;
+}
+
 }  // namespace answers

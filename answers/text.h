@@ -18,4 +18,9 @@ std::string visibleText(std::wstring_view text);
 ///     "," -> ","    " " -> " "    no-break space -> " " (U+00A0)
 std::string quotedText(std::wstring_view text);
 
+/// Two small hexadecimal digits for each byte.
+///
+///     "\x0A\xFF" -> 0aff
+std::string hexadecimalText(std::string_view bytes);
+
 }  // namespace answers

@@ -1,3 +1,4 @@
+#include "answers/charsetanswer.h"
 #include "subcommand.h"
 #include "text.h"
 
@@ -33,9 +34,9 @@ public:
             return kExitNoMatch;
         }
         const Handle<vel::CharacterSet> chosen = resolver.getPreferredCharacterSet(*supported, *preferred);
-        const vel::String& implementation = chosen->getTranscoding().getName();
-        output.answer({{"label", utf8Text(chosen->getLabel())}, {"implementation", utf8Text(implementation)}},
-                      {{"label", visibleText(chosen->getLabel())}, {"implementation", visibleText(implementation)}});
+        output.answer(answers::describeCharacterSet(*chosen),
+                      {{"label", visibleText(chosen->getLabel())},
+                       {"implementation", visibleText(chosen->getTranscoding().getName())}});
         return kExitSuccess;
     }
 

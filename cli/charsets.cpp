@@ -1,3 +1,4 @@
+#include "answers/charsetanswer.h"
 #include "subcommand.h"
 #include "text.h"
 
@@ -20,14 +21,12 @@ public:
 private:
     static void answer(const vel::CharacterSetDefinition& definition, Output& output)
     {
-        const std::string label = utf8Text(definition.getDefinitionLabel());
-        Json json{{"definition", label}, {"implementations", Json::array()}};
         std::string shown;
         for (const vel::String& name : definition.getImplementationNames()) {
-            json["implementations"].push_back(utf8Text(name));
             shown.append(shown.empty() ? "" : " ").append(visibleText(name));
         }
-        output.answer(json, {{"definition", visibleText(definition.getDefinitionLabel())}, {"implementations", shown}});
+        output.answer(answers::describeDefinition(definition),
+                      {{"definition", visibleText(definition.getDefinitionLabel())}, {"implementations", shown}});
     }
 };
 

@@ -21,8 +21,8 @@ public:
     {
         const auto strength = m_tSort.strength();
         const auto hGuard = vel::i18n::NLSEnvironment::getEnvironmentGuard();
-        KeyMaker maker(m_tSort.sort(), strength);
-        const int result = maker.collator().compare(wideText(m_sLeft, "argument A"), wideText(m_sRight, "argument B"));
+        const std::unique_ptr<KeyMaker> maker = makeKeyMaker(m_tSort.sort(), strength);
+        const int result = maker->collator().compare(wideText(m_sLeft, "argument A"), wideText(m_sRight, "argument B"));
         Json json;
         json["result"] = result;
         output.answer(json, {{"result", std::to_string(result)}});

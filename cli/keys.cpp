@@ -1,8 +1,8 @@
+#include "answers/keystamp.h"
 #include "lines.h"
 #include "progress.h"
 #include "sorting/inputfiles.h"
 #include "sorting/keymaker.h"
-#include "sorting/keystamp.h"
 #include "sorting/sortarguments.h"
 #include "subcommand.h"
 #include "text.h"
@@ -11,22 +11,8 @@ namespace cli {
 
 namespace {
 
-std::string hexadecimal(std::string_view bytes)
-{
-    constexpr char kDigits[] = "0123456789abcdef";
-    std::string text;
-    text.reserve(2 * bytes.size());
-    for (const char each : bytes) {
-        text += kDigits[static_cast<unsigned char>(each) >> 4];
-        text += kDigits[static_cast<unsigned char>(each) & 15];
-    }
-    return text;
-}
-
-KeyStamp stampOf(const vel::i18n::Collator& collator)
-{
-    return {utf8Text(collator.sortName()), std::to_string(collator.strength()), utf8Text(collator.version())};
-}
+using answers::KeyStamp;
+using answers::stampAsJson;
 
 class Keys final : public Subcommand
 {
@@ -51,10 +37,10 @@ public:
         if (!m_sVerified.empty()) {
             return verify(output);
         }
-        KeyMaker maker(m_tSort.sort(), strength);
-        const KeyStamp stamp = stampOf(maker.collator());
-        output.row(stampAsJson(stamp), stampAsLine(stamp));
-        writeKeys(maker, output);
+        const std::unique_ptr<KeyMaker> maker = makeKeyMaker(m_tSort.sort(), strength);
+        const KeyStamp stamp = answers::stampOf(maker->collator());
+        output.row(stampAsJson(stamp), answers::stampAsLine(stamp));
+        writeKeys(*maker, output);
         return kExitSuccess;
     }
 
@@ -81,7 +67,7 @@ private:
         if (const auto fault = maker.makeKey(line, m_tPool, key)) {
             throw UsageError(where + ": invalid UTF-8 at byte offset " + std::to_string(*fault));
         }
-        const std::string digits = hexadecimal(key.view());
+        const std::string digits = answers::hexadecimalText(key.view());
         Json json;
         if (output.isJson()) {
             json["key"] = digits;
@@ -97,7 +83,7 @@ private:
         std::string current;
         vel::i18n::NLSThreadContext context(vel::i18n::NLSEnvironment::getDefaultEnvironment());
         const vel::String sort = wideText(stored.m_sSort, m_sVerified);
-        if (isSort(context, sort)) {
+        if (answers::isSort(context, sort)) {
             current = utf8Text(vel::i18n::Collator(context, sort, vel::i18n::kCollationStrengthDefault).version());
         }
         const bool isComparable = !current.empty() && current == stored.m_sVersion;
@@ -119,7 +105,7 @@ private:
         LineReader reader([] {}, files.file(), files.name(), '\n');
         std::string line;
         reader.next(line);
-        const auto stamp = readStamp(line);
+        const auto stamp = answers::readStamp(line);
         if (!stamp) {
             throw DataError(files.name() +
                             ": no stored keys: the first line is no stamp of sort, strength and version");

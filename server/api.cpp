@@ -13,6 +13,7 @@ struct Route
 {
     const char* m_pPath;
     HttpAnswer (*m_pAnswer)(const Call&);
+    bool m_bTakesBody = false;  ///< what is asked may also be sent with POST
 };
 
 constexpr const char* ksHealth = "/healthz";
@@ -20,17 +21,29 @@ constexpr const char* ksMetrics = "/metrics";
 constexpr const char* ksPage = "page";
 
 constexpr Route kRoutes[] = {
-    {"/api/resolve", &answerResolve}, {"/api/locale", &answerLocale},
-    {"/api/locales", &answerLocales}, {"/api/languages", &answerLanguages},
-    {"/api/java", &answerJava},       {"/api/parse", &answerParse},
-    {"/api/render", &answerRender},   {"/api/currencies", &answerCurrencies},
-    {"/api/charset", &answerCharset},
+    {"/api/resolve", &answerResolve},     {"/api/locale", &answerLocale},
+    {"/api/locales", &answerLocales},     {"/api/languages", &answerLanguages},
+    {"/api/java", &answerJava},           {"/api/parse", &answerParse},
+    {"/api/render", &answerRender},       {"/api/currencies", &answerCurrencies},
+    {"/api/charset", &answerCharset},     {"/api/charsets", &answerCharsets},
+    {"/api/encode", &answerEncode, true}, {"/api/sort", &answerSort, true},
+    {"/api/sorts", &answerSorts},
 };
 
 void requireReading(const HttpRequest& request)
 {
     if (request.m_sMethod != "GET" && request.m_sMethod != "HEAD") {
         throw Refusal{405, "wrong-method", "Here only GET and HEAD are answered.", {{"Allow", "GET, HEAD"}}};
+    }
+}
+
+void requireMethod(const HttpRequest& request, const Route& route)
+{
+    if (!route.m_bTakesBody) {
+        requireReading(request);
+    } else if (request.m_sMethod != "GET" && request.m_sMethod != "HEAD" && request.m_sMethod != "POST") {
+        throw Refusal{
+            405, "wrong-method", "Here only GET, HEAD and POST are answered.", {{"Allow", "GET, HEAD, POST"}}};
     }
 }
 
@@ -87,7 +100,7 @@ HttpAnswer Api::answer(const HttpRequest& request) const
         for (const Route& route : kRoutes) {
             if (path == route.m_pPath) {
                 name = route.m_pPath;
-                requireReading(request);
+                requireMethod(request, route);
                 return route.m_pAnswer(Call(request, m_rCatalogues, m_rMetrics));
             }
         }

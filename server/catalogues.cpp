@@ -1,6 +1,7 @@
 #include "catalogues.h"
 
 #include <filesystem>
+#include <iterator>
 #include <utility>
 
 namespace server {
@@ -9,6 +10,31 @@ namespace {
 
 /// No rule but one for everything begins like this: the last character that there is stands in no language tag.
 constexpr const wchar_t* ksNobodysTag = L"\U0010FFFF";
+
+/// Orders that no locale has for its own, and names of languages that have the root's.
+constexpr const wchar_t* ksVariants[] = {L"binary",
+                                         L"und",
+                                         L"und-u-co-emoji",
+                                         L"und-u-co-eor",
+                                         L"de",
+                                         L"de-u-co-phonebk",
+                                         L"en",
+                                         L"en-u-ka-shifted",
+                                         L"en-u-kn",
+                                         L"es-u-co-trad",
+                                         L"fr",
+                                         L"fr-CA",
+                                         L"it",
+                                         L"nl",
+                                         L"pt",
+                                         L"da-u-kf-upper",
+                                         L"ja-u-co-unihan",
+                                         L"ko-u-co-unihan",
+                                         L"si-u-co-dict",
+                                         L"sv-u-co-trad",
+                                         L"zh-u-co-pinyin",
+                                         L"zh-u-co-stroke",
+                                         L"zh-u-co-zhuyin"};
 
 /// The catalogue of the process with the definitions of all files.
 const vel::Handle<const vel::LocaleTagLookup>& loadLocales(answers::DataFiles& files)
@@ -40,6 +66,7 @@ Catalogues::Catalogues(answers::DataOptions options) : m_tFiles(std::move(option
     }
     m_hSorts = vel::i18n::NLSEnvironment::getEnvironmentGuard();
     loadMessages();
+    loadSorts();
     if (const auto why = m_tMapping.explainLocale(ksNobodysTag, L""); why.m_tRule) {
         m_tLastRule = why.m_tRule->m_nIndex;
     }
@@ -57,6 +84,18 @@ void Catalogues::loadMessages()
             m_tMessages.emplace(*language, m_tFiles.messages(*language));
         }
     }
+}
+
+/// A table of order stays in memory once it is made, so that clients choose among those that are named here.
+void Catalogues::loadSorts()
+{
+    m_tSorts.insert(std::begin(ksVariants), std::end(ksVariants));
+    std::vector<vel::Locale> all;
+    locales().getSupportedLocales(all);
+    for (const vel::Locale& each : all) {
+        m_tSorts.insert(each.getInfoAsString(vel::Locale::kCollationNLS_SORT));
+    }
+    m_tSorts.erase(vel::String());
 }
 
 vel::Handle<const vel::CharacterSetList> Catalogues::characterSetList(const vel::String& name) const

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "answers/captions.h"
@@ -33,11 +34,14 @@ public:
     vel::Handle<const vel::CharacterSetList> characterSetList(const vel::String& name) const;
     /// The messages of a language and the English ones behind them.
     answers::Captions captions(const vel::String& language) const;
+    /// The sorts that are offered: those of the allowed locales and well-known variants, in the order of their names.
+    const std::set<vel::String>& sorts() const noexcept { return m_tSorts; }
     /// The rule that takes every text that no other rule takes; nothing when there is none.
     const std::optional<std::size_t>& lastRule() const noexcept { return m_tLastRule; }
 
 private:
     void loadMessages();
+    void loadSorts();
 
     answers::DataFiles m_tFiles;
     vel::LocaleMapping m_tMapping;
@@ -46,6 +50,7 @@ private:
     vel::Handle<vel::i18n::NLSEnvironment> m_hSorts;
     std::map<vel::String, answers::Captions::Table, std::less<>> m_tMessages;
     answers::Captions::Table m_hNoMessages;
+    std::set<vel::String> m_tSorts;
     std::optional<std::size_t> m_tLastRule;
 };
 

@@ -10,6 +10,9 @@ HttpAnswer answerOf(const Refusal& refusal)
     json["error"]["status"] = refusal.m_nStatus;
     json["error"]["code"] = refusal.m_pCode;
     json["error"]["message"] = refusal.m_sText;
+    if (!refusal.m_sField.empty()) {
+        json["error"]["field"] = refusal.m_sField;
+    }
     HttpAnswer answer;
     answer.m_nStatus = refusal.m_nStatus;
     answer.m_sContentType = "application/json; charset=utf-8";

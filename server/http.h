@@ -52,9 +52,11 @@ struct Refusal
     const char* m_pCode;  ///< one word for programs, such as "bad-cookie"
     std::string m_sText;  ///< for people; must be UTF-8
     std::vector<std::pair<std::string, std::string>> m_tHeaders = {};
+    std::string m_sField = {};  ///< what is at fault among several fields; empty when nothing is to be named
 };
 
-/// The answer of a refusal: {"error":{"status":404,"code":"not-found","message":"..."}}
+/// The answer of a refusal: {"error":{"status":404,"code":"not-found","message":"..."}},
+/// with the "field" where one is at fault.
 HttpAnswer answerOf(const Refusal& refusal);
 
 }  // namespace server

@@ -8,8 +8,8 @@ namespace server {
 
 namespace {
 
-constexpr const char* kStageNames[] = {"mapping",   "overrides",  "locale",  "parsing",
-                                       "rendering", "currencies", "charset", "encoding"};
+constexpr const char* kStageNames[] = {"mapping",    "overrides", "locale",  "parsing", "rendering",
+                                       "currencies", "sorting",   "charset", "encoding"};
 
 std::string decimal(double number)
 {

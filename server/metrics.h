@@ -19,6 +19,7 @@ enum Stage
     kStageParsing,
     kStageRendering,
     kStageCurrencies,
+    kStageSorting,
     kStageCharset,
     kStageEncoding,
     kStageEnd_

@@ -1,38 +1,14 @@
 #pragma once
 
-#include <cstddef>
-#include <optional>
-#include <string_view>
+#include <memory>
 
-#include "vel/core/autobuffer.h"
-#include "vel/core/string.h"
-#include "vel/core/stringpool.h"
-#include "webi18n/collator.h"
+#include "answers/keymaker.h"
 
 namespace cli {
 
-/// What a thread needs to make keys: a context of its own, a collator on it, and room for wide text. An environment's
-/// guard must be held as long as it lives.
-class KeyMaker
-{
-public:
-    /// Throws UsageError for a sort that does not exist.
-    KeyMaker(const vel::String& sort, vel::i18n::CollationStrength strength);
+using answers::KeyMaker;
 
-    /// Puts the key of UTF-8 text into the pool. `key` refers to it. Returns nothing, or the offset of the first byte
-    /// that is no UTF-8.
-    std::optional<std::size_t> makeKey(std::string_view utf8, vel::NarrowStringPool& pool,
-                                       vel::i18n::RefCollationKey& key);
-
-    vel::i18n::Collator& collator() noexcept { return m_tCollator; }
-
-private:
-    vel::i18n::NLSThreadContext m_tContext;
-    vel::i18n::Collator m_tCollator;
-    vel::AutoBuffer<wchar_t, 1024> m_tWide;
-};
-
-/// Whether the service has a sort of that name. A collator would not tell: it keeps the sort that it had.
-bool isSort(vel::i18n::NLSThreadContext& context, const vel::String& name);
+/// For the sort that was given with --sort. Throws UsageError when there is none of that name.
+std::unique_ptr<KeyMaker> makeKeyMaker(const vel::String& sort, vel::i18n::CollationStrength strength);
 
 }  // namespace cli

@@ -69,7 +69,7 @@ LineSorter::LineSorter(const vel::String& sort, vel::i18n::CollationStrength str
     : m_nMemory(memory), m_cSeparator(separator)
 {
     while (m_tMakers.size() < threadCount()) {
-        m_tMakers.push_back(std::make_unique<KeyMaker>(sort, strength));
+        m_tMakers.push_back(makeKeyMaker(sort, strength));
         m_tParts.push_back(std::make_unique<KeyedLines>());
     }
 }

@@ -21,5 +21,13 @@ HttpAnswer answerRender(const Call& call);
 HttpAnswer answerCurrencies(const Call& call);
 /// What a response is encoded in.
 HttpAnswer answerCharset(const Call& call);
+/// The character sets that there are.
+HttpAnswer answerCharsets(const Call& call);
+/// A text's bytes in a character set.
+HttpAnswer answerEncode(const Call& call);
+/// Lines in the order of a sort, with their keys.
+HttpAnswer answerSort(const Call& call);
+/// The sorts that can be asked for.
+HttpAnswer answerSorts(const Call& call);
 
 }  // namespace server

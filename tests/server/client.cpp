@@ -105,4 +105,12 @@ Reply get(std::uint16_t port, std::string_view target, std::string_view headers)
     return client.receive().value();
 }
 
+Reply post(std::uint16_t port, std::string_view target, std::string_view body, std::string_view headers)
+{
+    Client client(port);
+    client.send("POST " + std::string(target) + " HTTP/1.1\r\nHost: localhost\r\nContent-Length: " +
+                std::to_string(body.size()) + "\r\n" + std::string(headers) + "\r\n" + std::string(body));
+    return client.receive().value();
+}
+
 }  // namespace tests

@@ -48,4 +48,7 @@ private:
 /// One request on a connection of its own. `headers` are whole lines with their ends.
 Reply get(std::uint16_t port, std::string_view target, std::string_view headers = {});
 
+/// The same with a body, of JSON mostly.
+Reply post(std::uint16_t port, std::string_view target, std::string_view body, std::string_view headers = {});
+
 }  // namespace tests

@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-#include "output.h"
-#include "vel/core/string.h"
+#include "answers/json.h"
+#include "webi18n/collator.h"
 
-namespace cli {
+namespace answers {
 
 /// What keys must have in common to compare: the first line of stored keys.
 struct KeyStamp
@@ -17,6 +17,9 @@ struct KeyStamp
     std::string m_sVersion;
 };
 
+/// What the keys of a collator have in common.
+KeyStamp stampOf(const vel::i18n::Collator& collator);
+
 Json stampAsJson(const KeyStamp& stamp);
 /// "# sort=sv strength=0 version=..."
 std::string stampAsLine(const KeyStamp& stamp);
@@ -24,4 +27,4 @@ std::string stampAsLine(const KeyStamp& stamp);
 /// Reads either form; nothing when the line is none.
 std::optional<KeyStamp> readStamp(const std::string& line);
 
-}  // namespace cli
+}  // namespace answers

@@ -1,6 +1,8 @@
-#include "sorting/keystamp.h"
+#include "answers/keystamp.h"
 
-namespace cli {
+#include "answers/text.h"
+
+namespace answers {
 
 namespace {
 
@@ -27,6 +29,11 @@ std::optional<KeyStamp> readJson(const std::string& line)
 }
 
 }  // namespace
+
+KeyStamp stampOf(const vel::i18n::Collator& collator)
+{
+    return {utf8Text(collator.sortName()), std::to_string(collator.strength()), utf8Text(collator.version())};
+}
 
 Json stampAsJson(const KeyStamp& stamp)
 {
@@ -60,4 +67,4 @@ std::optional<KeyStamp> readStamp(const std::string& line)
                     line.substr(strengthStart, version - strengthStart), line.substr(version + kVersion.size())};
 }
 
-}  // namespace cli
+}  // namespace answers
