@@ -136,7 +136,9 @@ Batch keysOurs(const std::string& tag, const Strength& strength, const WideTexts
 /// counts, what other processes take from them does not.
 Batch keysOfThreads(std::size_t count, const std::string& tag, const Strength& strength, const WideTexts& texts)
 {
+    const auto held = std::make_shared<Ours>(tag, strength.m_eOurs);  // and with it the table between the batches
     return [=](std::size_t repetitions) {
+        keep(held);
         std::atomic<std::size_t> waiting{count};
         std::vector<double> costs(count);
         std::vector<std::thread> threads;
@@ -188,15 +190,9 @@ void addThreadsRow(std::vector<Situation>& rows, const std::string& name)
         {"collation key, tertiary, " + name + ", two threads", "one thread", {Target::kRatioAtLeast, 1.8}, [name] {
              const SortCorpus& corpus = corpusOf(name);
              const WideTexts texts = wideTexts(corpus.m_tTexts);
-             // Holds the table between the batches.
-             const auto held = std::make_shared<Ours>(corpus.m_sTag, kTertiary.m_eOurs);
-             const auto byThreads = [&](std::size_t count) {
-                 return [held, batch = keysOfThreads(count, corpus.m_sTag, kTertiary, texts)](std::size_t repetitions) {
-                     return batch(repetitions);
-                 };
-             };
              constexpr std::size_t kKeys = 60'000;
-             return Contest{byThreads(2), byThreads(1), kKeys / texts->size() + 1};
+             return Contest{keysOfThreads(2, corpus.m_sTag, kTertiary, texts),
+                            keysOfThreads(1, corpus.m_sTag, kTertiary, texts), kKeys / texts->size() + 1};
          }});
 }
 

@@ -4,9 +4,10 @@
 
 #include <algorithm>
 #include <string>
+#include <thread>
 #include <vector>
 
-#include "failingallocator.h"
+#include "faileverywhere.h"
 #include "utf16bytes.h"
 
 namespace {
@@ -121,25 +122,42 @@ TEST(SortTable, IllFormedTextCountsAsReplacementCharacters)
     }
 }
 
+/// Whatever room there is: the length is told, and nothing is written behind it.
+void expectWrittenOnlyWhereItFits(const SortTable& table, const std::string& text, SortStrength strength,
+                                  std::size_t fewest)
+{
+    const std::string key = keyOfBytes(table, text, strength);
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    for (std::size_t capacity = fewest; capacity <= key.size() + 2; ++capacity) {
+        std::string out(capacity + 8, '#');
+        EXPECT_EQ(table.makeKey(bytes, text.size(), strength, reinterpret_cast<unsigned char*>(out.data()), capacity),
+                  key.size());
+        EXPECT_EQ(out.substr(capacity), "########") << capacity;
+        if (capacity >= key.size()) {
+            EXPECT_EQ(out.substr(0, key.size()), key);
+        }
+    }
+    EXPECT_EQ(table.makeKey(bytes, text.size(), strength, nullptr, 0), key.size());
+}
+
 TEST(SortTable, AKeyIsWrittenOnlyWhenItFits)
 {
-    for (const char* name : {"sv", "binary", "en-u-kc"}) {
+    for (const char* name : {"sv", "binary", "en-u-kc", "fr-CA", "th", "ja", "en-u-ka-shifted"}) {
         const auto table = open(name);
-        const std::string text = bytesOf(u"Göteborg");
-        const std::string key = keyOfBytes(*table, text, SortStrength::kTertiary);
-        for (std::size_t capacity = 0; capacity <= key.size() + 1; ++capacity) {
-            std::string out(capacity + 8, '#');
-            EXPECT_EQ(table->makeKey(reinterpret_cast<const unsigned char*>(text.data()), text.size(),
-                                     SortStrength::kTertiary, reinterpret_cast<unsigned char*>(out.data()), capacity),
-                      key.size());
-            EXPECT_EQ(out.substr(capacity), "########") << capacity;
-            if (capacity >= key.size()) {
-                EXPECT_EQ(out.substr(0, key.size()), key);
+        for (int i = 0; i < 5; ++i) {
+            const auto strength = static_cast<SortStrength>(i);
+            for (const char16_t* text :
+                 {u"Göteborg", u"หมู่เกาะ", u"アメリカ・ドル", u"a\u0301\u0323", u"-\uE000\uFDFA!"}) {
+                expectWrittenOnlyWhereItFits(*table, bytesOf(text), strength, 0);
+            }
+            // Longer than what is written in one go; where it is short by one and by two.
+            for (const std::u16string& text : {std::u16string(255, u'é'), std::u16string(256, u'é'),
+                                               std::u16string(257, u'é'), std::u16string(3'000, u'A')}) {
+                const std::string bytes = bytesOf(text);
+                const std::size_t size = keyOfBytes(*table, bytes, strength).size();
+                expectWrittenOnlyWhereItFits(*table, bytes, strength, size - std::min<std::size_t>(size, 2));
             }
         }
-        EXPECT_EQ(table->makeKey(reinterpret_cast<const unsigned char*>(text.data()), text.size(),
-                                 SortStrength::kTertiary, nullptr, 0),
-                  key.size());
     }
 }
 
@@ -228,6 +246,50 @@ TEST(SortTable, TheLastAccentDecidesInCanadianFrenchUpToASeparator)
     EXPECT_EQ(compareExactly(*table, L"\u00E9x\u00E8", L"\u00E8x\u00E9"), 1);
     // What U+FFFE parts is compared part by part, from the first one on.
     EXPECT_EQ(compareExactly(*table, L"\u00E9\uFFFE\u00E8", L"\u00E8\uFFFE\u00E9"), -1);
+}
+
+/// Whether the work, by a thread of its own, ran out of memory at its allocation of that number.
+template <typename Work>
+bool failsOnAThreadAt(std::size_t nth, const Work& work)
+{
+    bool hasFailed = false;
+    std::thread([&] { hasFailed = testsupport::failsAt(nth, work); }).join();
+    return hasFailed;
+}
+
+template <typename Work>
+void expectNothingLeftWhereverMemoryRunsOut(const Work& work)
+{
+    const std::ptrdiff_t before = testsupport::outstandingBlocks();
+    for (std::size_t nth = 0; failsOnAThreadAt(nth, work); nth += nth < 20 ? 1 : nth / 4) {
+        ASSERT_EQ(testsupport::outstandingBlocks(), before) << nth;
+        ASSERT_LT(nth, 10'000U);
+    }
+    EXPECT_EQ(testsupport::outstandingBlocks(), before);
+}
+
+TEST(SortTable, AKeyForWhichMemoryRunsOutLeavesNothing)
+{
+    for (const char* name : {"ja", "en-u-kc", "binary"}) {
+        const auto table = open(name);
+        // Blocks that threads keep are too small for it.
+        const std::u16string text = std::u16string(140'000, u'é') + u"\uE000ガa\u0323\u0301";
+        const std::string bytes = bytesOf(text);
+        const std::string key = keyOfBytes(*table, bytes, SortStrength::kIdentical);
+        std::string out(key.size(), '\0');
+        expectNothingLeftWhereverMemoryRunsOut([&] {
+            std::fill(out.begin(), out.end(), '\0');
+            table->makeKey(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), SortStrength::kIdentical,
+                           reinterpret_cast<unsigned char*>(out.data()), out.size());
+        });
+        EXPECT_TRUE(out == key) << name;
+        const std::wstring wide(text.begin(), text.end());
+        int order = 0;
+        expectNothingLeftWhereverMemoryRunsOut([&] {
+            order = table->compare(wide.data(), wide.size(), wide.data() + 1, wide.size() - 1, SortStrength::kTertiary);
+        });
+        EXPECT_EQ(order, -1);  // a letter against U+E000
+    }
 }
 
 TEST(SortTable, ABuildThatRunsOutOfMemoryLeavesNothing)
