@@ -69,6 +69,15 @@ constexpr Override kOverrides[] = {
 
 }  // namespace
 
+std::vector<const char*> userOverrides()
+{
+    std::vector<const char*> names;
+    for (const Override& each : kOverrides) {
+        names.push_back(each.m_pKey);
+    }
+    return names;
+}
+
 std::string userOverrideNames()
 {
     std::string names;

@@ -3,12 +3,16 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "webi18n/locale.h"
 
 namespace answers {
 
-/// The names of the overrides, separated by ", ".
+/// The names of the overrides.
+std::vector<const char*> userOverrides();
+
+/// The same, separated by ", ".
 std::string userOverrideNames();
 
 /// Whether there is an override of that name.

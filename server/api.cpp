@@ -21,12 +21,19 @@ constexpr const char* ksMetrics = "/metrics";
 constexpr const char* ksPage = "page";
 
 constexpr Route kRoutes[] = {
-    {"/api/resolve", &answerResolve},     {"/api/locale", &answerLocale},
-    {"/api/locales", &answerLocales},     {"/api/languages", &answerLanguages},
-    {"/api/java", &answerJava},           {"/api/parse", &answerParse},
-    {"/api/render", &answerRender},       {"/api/currencies", &answerCurrencies},
-    {"/api/charset", &answerCharset},     {"/api/charsets", &answerCharsets},
-    {"/api/encode", &answerEncode, true}, {"/api/sort", &answerSort, true},
+    {"/api/resolve", &answerResolve},
+    {"/api/locale", &answerLocale},
+    {"/api/locales", &answerLocales},
+    {"/api/languages", &answerLanguages},
+    {"/api/java", &answerJava},
+    {"/api/parse", &answerParse},
+    {"/api/render", &answerRender},
+    {"/api/currencies", &answerCurrencies},
+    {"/api/preferences", &answerPreferences, true},
+    {"/api/charset", &answerCharset},
+    {"/api/charsets", &answerCharsets},
+    {"/api/encode", &answerEncode, true},
+    {"/api/sort", &answerSort, true},
     {"/api/sorts", &answerSorts},
 };
 

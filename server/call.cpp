@@ -80,7 +80,7 @@ Resolution Call::resolve() const
     return resolution;
 }
 
-Locale Call::locale() const
+Locale Call::plainLocale() const
 {
     Locale locale;
     if (const String name = m_tTarget.text("locale", kLanguageLength); name.isEmpty()) {
@@ -88,6 +88,12 @@ Locale Call::locale() const
     } else if (!m_rCatalogues.locales().findLocaleByDefinitionName(name, locale)) {
         throw Refusal{404, "no-such-locale", "There is no allowed locale of that name."};
     }
+    return locale;
+}
+
+Locale Call::locale() const
+{
+    Locale locale = plainLocale();
     count(kStageOverrides);
     applyPreferences(m_tPreferences, locale);
     return locale;

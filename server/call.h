@@ -37,8 +37,9 @@ public:
     /// Header and "language" parameter through the mapping: best entry first, each as a whole, until a rule other than
     /// that for everything applies.
     Resolution resolve() const;
-    /// The locale that the parameter "locale" names (Refusal 404 when it is not allowed), else the resolved one, with
-    /// the overrides of the cookie and of the "user" parameters.
+    /// The locale that the parameter "locale" names (Refusal 404 when it is not allowed), else the resolved one.
+    vel::Locale plainLocale() const;
+    /// The same with the overrides of the cookie and of the "user" parameters.
     vel::Locale locale() const;
     /// The parameter "language", else the default language of the locale, else "en".
     vel::String language(const vel::Locale& locale) const;

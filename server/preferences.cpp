@@ -1,6 +1,7 @@
 #include "preferences.h"
 
 #include <algorithm>
+#include <cwctype>
 #include <optional>
 
 #include "answers/useroverrides.h"
@@ -14,9 +15,10 @@ namespace {
 constexpr std::string_view ksCookieName = "webi18n";
 
 /// Without its cookie the client's next request is served: nobody is locked out by a preference of old.
-Refusal badCookie(unsigned status, std::string text)
+Refusal badCookie(unsigned status, std::string text, const std::string& key = {})
 {
-    return {status, "bad-cookie", std::move(text), {{"Set-Cookie", "webi18n=; Path=/; Max-Age=0; SameSite=Strict"}}};
+    return {
+        status, "bad-cookie", std::move(text), {{"Set-Cookie", "webi18n=; Path=/; Max-Age=0; SameSite=Strict"}}, key};
 }
 
 std::string_view trimmed(std::string_view text)
@@ -53,26 +55,57 @@ bool isControl(wchar_t character)
     return character < 0x20 || (character >= 0x7F && character < 0xA0) || character == 0x2028 || character == 0x2029;
 }
 
-/// What is wrong with a preference that stands behind the others; empty when nothing is.
-std::string faultOf(std::string_view key, const vel::String& value, const Parameters& before)
+bool isSeparator(std::string_view key)
 {
-    if (!answers::isUserOverride(key)) {
-        return "There is no such preference; the keys are " + answers::userOverrideNames() + ".";
+    return key.ends_with("Separator");
+}
+
+/// Between the parts of a date or a time letters and apostrophes would be read as a part of its picture, in a number
+/// digits as a part of it.
+std::string separatorFault(std::string_view key, const vel::String& value)
+{
+    if (!isSeparator(key)) {
+        return {};
     }
+    const auto isAlphanumeric = [](wchar_t each) { return std::iswalnum(static_cast<wint_t>(each)) != 0; };
+    if (std::any_of(value.begin(), value.end(), isAlphanumeric)) {
+        return "may not have letters or digits";
+    }
+    const bool isInPicture = key == "dateSeparator" || key == "timeSeparator";
+    return isInPicture && value.find(L'\'') != vel::String::kNotFound ? "may not have apostrophes" : std::string();
+}
+
+/// What is wrong with a preference that stands behind the others; empty when nothing is.
+std::string faultOf(const std::string& key, const vel::String& value, const Parameters& before)
+{
     const auto isSame = [&](const auto& each) { return each.first == key; };
-    if (std::any_of(before.begin(), before.end(), isSame)) {
-        return "The preference " + std::string(key) + " stands twice.";
-    }
-    if (value.length() > kOverrideLength || std::any_of(value.begin(), value.end(), &isControl)) {
-        return "The preference " + std::string(key) + " is too long or has control characters.";
-    }
-    vel::Locale trial = vel::Locale::kUSA;
-    const auto accepted =
-        value.isEmpty() ? std::optional<std::string>() : answers::applyUserOverride(key, value, trial);
-    return accepted ? "The preference " + std::string(key) + " is not accepted: " + *accepted + "." : std::string();
+    const std::string fault =
+        std::any_of(before.begin(), before.end(), isSame) ? "stands twice" : preferenceFault(key, value);
+    return fault.empty() ? fault : "The preference " + key + " " + fault + ".";
 }
 
 }  // namespace
+
+std::string preferenceFault(std::string_view key, const vel::String& value)
+{
+    if (!answers::isUserOverride(key)) {
+        return "is none: the preferences are " + answers::userOverrideNames();
+    }
+    if (value.isEmpty()) {
+        return {};
+    }
+    if (value.length() > kOverrideLength) {
+        return "is longer than " + std::to_string(kOverrideLength) + " characters";
+    }
+    if (std::any_of(value.begin(), value.end(), &isControl)) {
+        return "may not have control characters";
+    }
+    vel::Locale trial = vel::Locale::kUSA;
+    if (const auto accepted = answers::applyUserOverride(key, value, trial)) {
+        return "is not accepted: " + *accepted;
+    }
+    return separatorFault(key, value);
+}
 
 Parameters preferencesOf(std::string_view cookieHeader)
 {
@@ -92,7 +125,7 @@ Parameters preferencesOf(std::string_view cookieHeader)
     Parameters preferences;
     for (auto& [key, text] : written) {
         if (std::string fault = faultOf(key, text, preferences); !fault.empty()) {
-            throw badCookie(400, std::move(fault));
+            throw badCookie(400, std::move(fault), key);
         }
         preferences.emplace_back(std::move(key), std::move(text));
     }
@@ -110,11 +143,22 @@ Parameters preferencesIn(const Target& target)
         const std::string key = vel::toUtf8Lossy(setting.view().substr(0, equals));
         vel::String value = setting.substring(equals + 1);
         if (std::string fault = faultOf(key, value, preferences); !fault.empty()) {
-            throw Refusal{400, "bad-parameter", std::move(fault)};
+            throw Refusal{400, "bad-parameter", std::move(fault), {}, key};
         }
         preferences.emplace_back(key, std::move(value));
     }
     return preferences;
+}
+
+std::string cookieOf(const Parameters& preferences)
+{
+    std::string cookie(ksCookieName);
+    char separator = '=';
+    for (const auto& [key, value] : preferences) {
+        cookie += separator + key + "=" + percentEncoded(vel::toUtf8Lossy(value));
+        separator = '&';
+    }
+    return preferences.empty() ? cookie + "=" : cookie;
 }
 
 void applyPreferences(const Parameters& preferences, vel::Locale& locale)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "query.h"
@@ -15,11 +16,21 @@ namespace server {
 ///     webi18n=colour=red                         -> Refusal 400, which also takes the cookie from the client
 ///
 /// Throws Refusal: 431 for a cookie of more than kCookieBytes, 400 for one that stands twice, is no percent-encoded
-/// UTF-8, names what is no override, names one twice, or has a value that is longer than kOverrideLength or holds a
-/// control character.
+/// UTF-8, names one override twice, or has one at fault.
 Parameters preferencesOf(std::string_view cookieHeader);
 
-/// Applies them; Refusal 400 for a value that is not accepted.
+/// What is wrong with an override, to be read behind its name; empty when it is accepted, as every empty value is. At
+/// fault is what is no override, not accepted by it, longer than kOverrideLength, or has control characters; a
+/// separator with letters or digits; and one of dates or times with an apostrophe.
+///
+///     decimalSeparator , -> ""                          24hours yes -> is not accepted: accepted are true and false
+///     timeSeparator h    -> may not have letters or digits           dateSeparator ' -> may not have apostrophes
+std::string preferenceFault(std::string_view key, const vel::String& value);
+
+/// The cookie that brings them, without attributes: the inverse of preferencesOf.
+std::string cookieOf(const Parameters& preferences);
+
+/// Applies them, which must be without fault.
 void applyPreferences(const Parameters& preferences, vel::Locale& locale);
 
 /// The overrides that a query's "user" parameters set, each KEY=VALUE. Refusal 400 as above.

@@ -51,6 +51,20 @@ std::optional<std::string> percentDecoded(std::string_view text)
     return bytes;
 }
 
+std::string percentEncoded(std::string_view bytes)
+{
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string text;
+    for (const char each : bytes) {
+        const char lower = static_cast<char>(each | 0x20);
+        const bool isPlain = (lower >= 'a' && lower <= 'z') || (each >= '0' && each <= '9') || each == '-' ||
+                             each == '.' || each == '_' || each == '~';
+        const auto byte = static_cast<unsigned char>(each);
+        text += isPlain ? std::string(1, each) : std::string{'%', kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+    return text;
+}
+
 Parameters parametersOf(std::string_view query)
 {
     Parameters parameters;

@@ -16,6 +16,11 @@ namespace server {
 ///     a%20b+c -> "a b c"     %C3%A9 -> "\xC3\xA9"     100% -> nothing
 std::optional<std::string> percentDecoded(std::string_view text);
 
+/// The inverse: letters, digits, "-", ".", "_" and "~" stand for themselves.
+///
+///     "a b" -> a%20b     "\xC3\xA9" -> %C3%A9
+std::string percentEncoded(std::string_view bytes);
+
 /// Names and values in the order in which they were sent.
 using Parameters = std::vector<std::pair<std::string, vel::String>>;
 

@@ -29,5 +29,8 @@ HttpAnswer answerEncode(const Call& call);
 HttpAnswer answerSort(const Call& call);
 /// The sorts that can be asked for.
 HttpAnswer answerSorts(const Call& call);
+/// Which of the user's overrides are accepted, what is wrong with the others, the cookie that brings them and what they
+/// make of the locale. Those of the request's own cookie do not count.
+HttpAnswer answerPreferences(const Call& call);
 
 }  // namespace server

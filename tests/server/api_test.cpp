@@ -274,6 +274,19 @@ TEST_F(Api, takesABadCookieFromTheClient)
     EXPECT_EQ(ask("/healthz", "Cookie: webi18n=dateOrder=no\r\n").m_nStatus, 200U);
 }
 
+TEST_F(Api, namesThePreferenceAtFault)
+{
+    const Reply reply = ask("/api/locale", "Cookie: webi18n=dateOrder=dmy&timeSeparator=h\r\n");
+    EXPECT_EQ(reply.m_nStatus, 400U);
+    EXPECT_EQ(reply.json()["error"]["code"], "bad-cookie");
+    EXPECT_EQ(reply.json()["error"]["field"], "timeSeparator");
+    EXPECT_EQ(reply.json()["error"]["message"], "The preference timeSeparator may not have letters or digits.");
+    EXPECT_EQ(reply.m_tHeaders.count("set-cookie"), 1U);
+    const Reply typed = ask("/api/locale?user=dateSeparator%3D%27");
+    EXPECT_EQ(typed.json()["error"]["field"], "dateSeparator");
+    EXPECT_EQ(typed.m_tHeaders.count("set-cookie"), 0U);
+}
+
 TEST_F(Api, echoesNothingUnescaped)
 {
     const Reply control = ask("/api/resolve", "Accept-Language: \"><script>\\\x01\r\n");

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <clocale>
+
 #include "http.h"
 #include "preferences.h"
 #include "qualitylist.h"
@@ -78,6 +80,18 @@ TEST(PercentDecoding, needsTwoDigits)
     }
 }
 
+TEST(PercentEncoding, isTheInverse)
+{
+    EXPECT_EQ(server::percentEncoded("a b"), "a%20b");
+    EXPECT_EQ(server::percentEncoded("\xC3\xA9;,\"\\&=+%"), "%C3%A9%3B%2C%22%5C%26%3D%2B%25");
+    EXPECT_EQ(server::percentEncoded("azAZ09-._~"), "azAZ09-._~");
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte) {
+        all += static_cast<char>(byte);
+    }
+    EXPECT_EQ(server::percentDecoded(server::percentEncoded(all)), all);
+}
+
 unsigned statusOf(const std::string& cookie)
 {
     try {
@@ -97,6 +111,43 @@ TEST(PreferencesCookie, isReadAmongOthers)
     EXPECT_EQ(preferences[1].second, vel::String(L","));
     EXPECT_TRUE(preferences[2].second.isEmpty());
     EXPECT_TRUE(server::preferencesOf("webi18nx=1; xwebi18n=2; webi18n").empty());
+}
+
+TEST(PreferencesCookie, isWrittenAsItIsRead)
+{
+    const server::Parameters preferences = {{"dateFormat", L"dd 'of' MMMM"}, {"decimalSeparator", L"\u066B"}};
+    const std::string cookie = server::cookieOf(preferences);
+    EXPECT_EQ(cookie, "webi18n=dateFormat=dd%20%27of%27%20MMMM&decimalSeparator=%D9%AB");
+    EXPECT_EQ(server::preferencesOf(cookie), preferences);
+    EXPECT_EQ(server::cookieOf({}), "webi18n=");
+}
+
+TEST(PreferencesCookie, refusesSeparatorsThatWouldBeReadAsSomethingElse)
+{
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+    const std::tuple<const char*, const wchar_t*, const char*> kRows[] = {
+        {"dateSeparator", L"/", ""},
+        {"dateSeparator", L". ", ""},
+        {"dateSeparator", L"d", "may not have letters or digits"},
+        {"dateSeparator", L"-\u5E74", "may not have letters or digits"},  // the sign for year
+        {"dateSeparator", L"0", "may not have letters or digits"},
+        {"dateSeparator", L"'", "may not have apostrophes"},
+        {"timeSeparator", L"h", "may not have letters or digits"},
+        {"timeSeparator", L"':'", "may not have apostrophes"},
+        {"timeSeparator", L":", ""},
+        {"decimalSeparator", L"\u066B", ""},
+        {"decimalSeparator", L"5", "may not have letters or digits"},
+        {"decimalSeparator", L"p", "may not have letters or digits"},
+        {"thousandsSeparator", L"'", ""},  // as in Switzerland
+        {"thousandsSeparator", L"1", "may not have letters or digits"},
+        {"dateFormat", L"d 'de' MMMM", ""},
+        {"currencyTag", L"EUR", ""},
+        {"24hours", L"yes", "is not accepted: accepted are true and false"},
+        {"timeSeparator", L"", ""},
+    };
+    for (const auto& [key, value, fault] : kRows) {
+        EXPECT_EQ(server::preferenceFault(key, value), fault) << key << " " << vel::toUtf8Lossy(value);
+    }
 }
 
 TEST(PreferencesCookie, isValidated)

@@ -130,6 +130,29 @@ TEST_F(Post, encodesText)
     EXPECT_EQ(ask("/api/encode?text=%E2%82%ACx&charset=koi8-r").json()["characters"], 2);
 }
 
+TEST_F(Post, checksPreferencesOneByOne)
+{
+    const auto json = send("/api/preferences?locale=de-de",
+                           R"({"dateOrder":"ymd","timeSeparator":"h","decimalSeparator":";","24hours":"yes",
+                               "dateFormat":"","thousandsSeparator":null})",
+                           "Cookie: webi18n=dateSeparator=-\r\n")
+                          .json();
+    EXPECT_EQ(json["locale"], "de-de");
+    EXPECT_EQ(json["preferences"].dump(), R"({"dateOrder":"ymd","decimalSeparator":";"})");
+    EXPECT_EQ(json["cookie"], "webi18n=decimalSeparator=%3B&dateOrder=ymd");
+    ASSERT_EQ(json["errors"].size(), 2U);
+    EXPECT_EQ(json["errors"][0]["field"], "timeSeparator");
+    EXPECT_EQ(json["errors"][0]["message"], "The preference timeSeparator may not have letters or digits.");
+    EXPECT_EQ(json["errors"][1]["field"], "24hours");
+    EXPECT_EQ(json["effect"]["decimalSeparator"], ";");
+    EXPECT_EQ(json["effect"]["dateInputFormat"], "yyyy.MM.dd");
+    EXPECT_EQ(json["effect"]["24hours"], true);
+    const auto none = ask("/api/preferences?dateSeparator=-", "Accept-Language: en-US\r\n").json();
+    EXPECT_EQ(none["cookie"], "webi18n=dateSeparator=-");
+    EXPECT_EQ(none["effect"]["dateInputFormat"], "MM-dd-yyyy");
+    EXPECT_TRUE(none["errors"].empty());
+}
+
 TEST_F(Post, listsTheCharacterSets)
 {
     const auto json = ask("/api/charsets").json();
@@ -160,6 +183,8 @@ TEST_F(Post, refusesWithAReason)
         {"/api/sort", "{\"strength\":3}", 400, "bad-field", "strength"},
         {"/api/sort", "{\"strength\":1.0}", 400, "bad-field", "strength"},
         {"/api/sort?locale=xx", "{}", 404, "no-such-locale", ""},
+        {"/api/preferences", "{\"dateOrder\":[]}", 400, "bad-field", "dateOrder"},
+        {"/api/preferences", "null", 400, "bad-json", ""},
         {"/api/encode", "{}", 400, "bad-field", "text"},
         {"/api/encode", "{\"text\":null}", 400, "bad-field", "text"},
         {"/api/encode", "{\"text\":true}", 400, "bad-field", "text"},
@@ -189,7 +214,7 @@ TEST_F(Post, refusesTooMuch)
 
 TEST_F(Post, isAllowedWhereSomethingIsSent)
 {
-    for (const char* target : {"/api/sort", "/api/encode"}) {
+    for (const char* target : {"/api/sort", "/api/encode", "/api/preferences"}) {
         for (const char* method : {"PUT", "DELETE", "PATCH"}) {
             tests::Client client(m_tServer.port());
             client.send(std::string(method) + " " + target + " HTTP/1.1\r\nHost: x\r\nContent-Length: 0\r\n\r\n");
