@@ -51,9 +51,12 @@ std::vector<std::string> allSorts()
             addTypes(tags, locale.c_str());
         }
     }
-    for (const char* tag : {"en", "ja", "da", "fr-CA", "zh", "ru", "ko", "ar"}) {
-        for (const char* setting : {"-u-ka-shifted", "-u-kf-upper", "-u-kf-lower", "-u-kn", "-u-kb", "-u-kk", "-u-kc",
-                                    "-u-ka-shifted-kv-symbol", "-u-kr-grek-latn-zzzz-digit"}) {
+    for (const char* tag : {"en", "ja", "da", "fr-CA", "zh", "ru", "ko", "ar", "th"}) {
+        // Two at once where one changes what the other reads.
+        for (const char* setting :
+             {"-u-ka-shifted-kk", "-u-ka-shifted-kn", "-u-kb-kk", "-u-ka-shifted-kb-kf-upper", "-u-kf-upper-kn-kk",
+              "-u-ka-shifted-kr-grek-latn-digit", "-u-ka-shifted", "-u-kf-upper", "-u-kf-lower", "-u-kn", "-u-kb",
+              "-u-kk", "-u-kc", "-u-ka-shifted-kv-symbol", "-u-kr-grek-latn-zzzz-digit"}) {
             tags.push_back(std::string(tag) + setting);
         }
     }
