@@ -56,3 +56,18 @@ install(FILES README.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT document
 install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" COMPONENT documents FILES_MATCHING PATTERN "*.md")
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT documents
     PATTERN "CMakeLists.txt" EXCLUDE PATTERN "*.sh" EXCLUDE)
+
+if(WEBI18N_REFERENCE)
+    find_program(WEBI18N_DOXYGEN doxygen REQUIRED)
+    # As docs/Doxyfile says, but into this build folder.
+    set(referenceFolder "${CMAKE_BINARY_DIR}/reference")
+    file(CONFIGURE OUTPUT "${CMAKE_BINARY_DIR}/Doxyfile"
+        CONTENT "@INCLUDE = docs/Doxyfile\nOUTPUT_DIRECTORY = \"${referenceFolder}\"\n" @ONLY)
+    add_custom_target(reference ALL
+        COMMAND "${CMAKE_COMMAND}" -E make_directory "${referenceFolder}"
+        COMMAND "${WEBI18N_DOXYGEN}" "${CMAKE_BINARY_DIR}/Doxyfile"
+        WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}"
+        COMMENT "Building the reference of the headers"
+        VERBATIM)
+    install(DIRECTORY "${referenceFolder}/html" DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT documents)
+endif()
