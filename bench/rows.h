@@ -14,6 +14,7 @@ namespace bench {
 /// The files that the rows read.
 struct Data
 {
+    std::string m_sFolder;             ///< the pack
     std::string m_sDefinitions;        ///< the pack's localedefinitions.xml
     std::string m_sLists;              ///< its localelists.xml
     std::string m_sMapping;            ///< its localemapping.xml
@@ -46,5 +47,7 @@ void addTranscodingRows(std::vector<Situation>& rows);
 void addCollatorRows(std::vector<Situation>& rows);
 void addSortKeyRows(std::vector<Situation>& rows);
 void addStartupRows(std::vector<Situation>& rows);
+/// In builds with the server.
+void addServerRows(std::vector<Situation>& rows, const Data& data);
 
 }  // namespace bench

@@ -46,7 +46,8 @@ bool read(int count, char** texts, Arguments& arguments)
 
 std::vector<bench::Situation> allRows(const Arguments& arguments)
 {
-    const bench::Data data{arguments.m_sData + "/localedefinitions.xml",
+    const bench::Data data{arguments.m_sData,
+                           arguments.m_sData + "/localedefinitions.xml",
                            arguments.m_sData + "/localelists.xml",
                            arguments.m_sData + "/localemapping.xml",
                            arguments.m_sData + "/currencies.xml",
@@ -66,6 +67,9 @@ std::vector<bench::Situation> allRows(const Arguments& arguments)
     bench::addCollatorRows(rows);
     bench::addSortKeyRows(rows);
     bench::addStartupRows(rows);
+#ifdef WEBI18N_BENCH_SERVER
+    bench::addServerRows(rows, data);
+#endif
     return rows;
 }
 
