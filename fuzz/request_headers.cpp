@@ -1,14 +1,17 @@
 // The headers by which a client says what it wants: whatever the bytes, the lists are in order and within their limits,
-// and a cookie is refused as a whole or holds only preferences that a locale takes. The first byte chooses the header.
+// and a cookie is refused as a whole or holds only preferences that a locale takes; and a query, which is read the way
+// it is written. The first byte chooses.
 
 #include <clocale>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "http.h"
 #include "preferences.h"
 #include "qualitylist.h"
+#include "query.h"
 #include "serverlimits.h"
 
 namespace {
@@ -45,9 +48,27 @@ void checkCookie(std::string_view header)
             require(key != "currencyTag" || locale.overridingCurrencyTag() == value);
             require(key != "dateFormat" || locale.overridingDateFormat() == value);
         }
+        const std::string written = server::cookieOf(preferences);
+        require(written.size() > server::kCookieBytes || server::preferencesOf(written) == preferences);
     } catch (const server::Refusal& refusal) {
         require(refusal.m_nStatus == 400 || refusal.m_nStatus == 431);
         require(!refusal.m_tHeaders.empty());
+    }
+}
+
+/// What is read of a query can be written, and is then read as the same.
+void checkTarget(std::string_view text)
+{
+    try {
+        const server::Target target = server::Target::of(text);
+        std::string written;
+        for (const auto& [name, value] : target.m_tParameters) {
+            written += "&" + server::percentEncoded(name) + "=" + server::percentEncoded(vel::toUtf8Lossy(value));
+        }
+        require(server::parametersOf(written) == target.m_tParameters);
+        require(target.m_tParameters.size() <= server::kParameters);
+    } catch (const server::Refusal& refusal) {
+        require(refusal.m_nStatus == 400);
     }
 }
 
@@ -60,15 +81,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const std::string_view header(reinterpret_cast<const char*>(data) + 1, size - 1);
-    switch (data[0] % 3) {
+    switch (data[0] % 4) {
     case 0:
         checkList(server::parseAcceptLanguage(header), header);
         break;
     case 1:
         checkList(server::parseAcceptCharset(header), header);
         break;
-    default:
+    case 2:
         checkCookie(header);
+        break;
+    default:
+        checkTarget(header);
     }
     return 0;
 }
