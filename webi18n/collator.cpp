@@ -2,6 +2,62 @@
 
 namespace vel::i18n {
 
+// The guts in the file of the collator, so that what it passes on to them is no call.
+
+namespace {
+
+int compareByKeys(CollatorGuts& guts, const wchar_t* pLHS, std::size_t nLHS, const wchar_t* pRHS, std::size_t nRHS,
+                  std::size_t nCollationLevel)
+{
+    CollationKey left;
+    CollationKey right;
+    guts.createCollationKey(pLHS, nLHS, nCollationLevel, left);
+    guts.createCollationKey(pRHS, nRHS, nCollationLevel, right);
+    return left.compare(right);
+}
+
+}  // namespace
+
+CollatorGuts::CollatorGuts(const NonOwningPtr<nls_internal_wrapper::NLSGlobals>& pGlobals, const String& sSortName)
+    // Language and territory are left to the service.
+    : m_tNlsLanguage(pGlobals, String(L".AL16UTF16"))
+{
+    m_tNlsLanguage.modifyLinguisticSort(sSortName);
+}
+
+CollatorGuts::~CollatorGuts() = default;
+
+void CollatorGuts::createCollationKey(const wchar_t* pValue, std::size_t nLen, std::size_t nLevel, CollationKey& rKey)
+{
+    m_tNlsLanguage.createCollationKey(pValue, nLen, rKey.bytes(), m_tWorkBuffer, nLevel);
+}
+
+void CollatorGuts::createRefCollationKey(const wchar_t* pValue, std::size_t nLen, std::size_t nLevel,
+                                         StringPoolTemplate<char>& rPool, RefCollationKey& rKey)
+{
+    m_tNlsLanguage.createRefCollationKey(pValue, nLen, rPool, rKey.bytes(), m_tWorkBuffer, nLevel);
+}
+
+int CollatorGuts::collateStrings(const wchar_t* pLHS, std::size_t nLHS, const wchar_t* pRHS, std::size_t nRHS,
+                                 std::size_t nCollationLevel)
+{
+    CollationKey left;
+    CollationKey right;
+    createCollationKey(pLHS, nLHS, nCollationLevel, left);
+    createCollationKey(pRHS, nRHS, nCollationLevel, right);
+    // Deliberate: what has no key has no place of its own.
+    return left.isEmpty() || right.isEmpty() ? 0 : left.compare(right);
+}
+
+int CollatorGuts::compare(const wchar_t* pLHS, std::size_t nLHS, const wchar_t* pRHS, std::size_t nRHS,
+                          std::size_t nCollationLevel)
+{
+    if (m_tNlsLanguage.canCompareTexts()) [[likely]] {
+        return m_tNlsLanguage.compareTexts(pLHS, nLHS, pRHS, nRHS, nCollationLevel);
+    }
+    return compareByKeys(*this, pLHS, nLHS, pRHS, nRHS, nCollationLevel);
+}
+
 Collator::Collator() noexcept = default;
 
 Collator::Collator(NLSThreadContext& rContext, const Locale& rLocale, CollationStrength eStrength)

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <utility>
 
@@ -14,7 +13,6 @@ namespace {
 
 constexpr std::size_t kLeastHeapBytes = 128;
 constexpr std::size_t kLeastWorkBytes = 64;
-constexpr std::size_t kLongestText = std::numeric_limits<std::ptrdiff_t>::max() / kUtf16BytesPerCharacter;
 constexpr wchar_t kReplacement = 0xFFFD;
 
 }  // namespace
@@ -45,15 +43,6 @@ std::size_t workBufferSize(std::size_t current, std::size_t need) noexcept
         size *= 2;
     }
     return size;
-}
-
-std::size_t encodeToWorkBuffer(const wchar_t* pValue, std::size_t nLen, AutoBufferBase<unsigned char>& rWorkBuffer)
-{
-    if (nLen > kLongestText) {
-        return kNotTranslated;
-    }
-    rWorkBuffer.ensureCapacity(workBufferSize(rWorkBuffer.capacity(), nLen * kUtf16BytesPerCharacter));
-    return encodeUtf16BigEndian(pValue, nLen, reinterpret_cast<char*>(rWorkBuffer.data()));
 }
 
 String fromTerminatedUtf16(const unsigned char* text)

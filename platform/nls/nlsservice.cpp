@@ -220,12 +220,24 @@ int initializeProcess()
     return 0;
 }
 
-std::size_t makeSortKey(unsigned char* out, std::size_t capacity, const unsigned char* utf16be, std::size_t byteCount,
-                        unsigned strengthFlags, LanguageHandle* handle, ContextRecord* context)
+std::size_t openAndMakeSortKey(unsigned char* out, std::size_t capacity, const unsigned char* utf16be,
+                               std::size_t byteCount, unsigned strengthFlags, LanguageHandle* handle,
+                               ContextRecord* context)
 {
     const SortTable* table = tableOf(handle, context);
     return table == nullptr ? kSortKeyError
                             : table->makeKey(utf16be, byteCount, strengthOf(strengthFlags), out, capacity);
+}
+
+/// Goes on to the table, and nothing else: the key of a name costs little more than the calls that lead to it.
+std::size_t makeSortKey(unsigned char* out, std::size_t capacity, const unsigned char* utf16be, std::size_t byteCount,
+                        unsigned strengthFlags, LanguageHandle* handle, ContextRecord* context)
+{
+    const SortTable* table = openedTableOf(handle, context);
+    if (table == nullptr) [[unlikely]] {
+        return openAndMakeSortKey(out, capacity, utf16be, byteCount, strengthFlags, handle, context);
+    }
+    return table->makeKey(utf16be, byteCount, strengthOf(strengthFlags), out, capacity);
 }
 
 int openAndCompareTexts(const wchar_t* left, std::size_t leftLength, const wchar_t* right, std::size_t rightLength,

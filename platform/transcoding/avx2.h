@@ -31,6 +31,10 @@ VEL_AVX2 void encodeUtf8BlocksAvx2(const wchar_t*& in, const wchar_t* inEnd, cha
 VEL_AVX2 void encodeUtf16BigEndianBlocksAvx2(const wchar_t*& in, const wchar_t* inEnd, char*& out) noexcept;
 VEL_AVX2 void encodeUtf16LittleEndianBlocksAvx2(const wchar_t*& in, const wchar_t* inEnd, char*& out) noexcept;
 
+/// Encodes up to kAvx2Block characters, whatever they are, into 32 bytes of room, or what they need; at one stroke when
+/// all are of those. Returns the number of bytes.
+VEL_AVX2 std::size_t encodeUtf16BigEndianShortAvx2(const wchar_t* text, std::size_t length, char* out) noexcept;
+
 /// The same for the characters of a table of one and two bytes. `isAsciiOwn`: ASCII needs no table.
 VEL_AVX2 void encodeDoubleByteBlocksAvx2(PagedTable<std::uint16_t>::View bytes, bool isAsciiOwn, const wchar_t*& in,
                                          const wchar_t* inEnd, char*& out, const char* outEnd) noexcept;

@@ -70,6 +70,14 @@ std::size_t encodeUtf16BigEndian(const wchar_t* pText, std::size_t nLength, char
     }
 }
 
+std::size_t encodeUtf16BigEndian(const wchar_t* pText, std::size_t nLength, char* pOut, std::size_t nCapacity) noexcept
+{
+    constexpr std::size_t kShort = kAvx2Block;
+    return nLength <= kShort && nCapacity >= 2 * kShort && hasAvx2()
+               ? encodeUtf16BigEndianShortAvx2(pText, nLength, pOut)
+               : encodeUtf16BigEndian(pText, nLength, pOut);
+}
+
 std::size_t decodeUtf16BigEndian(const char* pBytes, std::size_t nSize, wchar_t* pOut,
                                  std::size_t* pErrorOffset) noexcept
 {

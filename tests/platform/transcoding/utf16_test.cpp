@@ -1,6 +1,8 @@
 #include "vel/transcoding/utf16.h"
 
+#include <algorithm>
 #include <climits>
+#include <memory>
 #include <random>
 
 #include "icureference.h"
@@ -20,6 +22,16 @@ std::string encoded(std::wstring_view text)
     buffer.shrink_to_fit();
     buffer.resize(vel::encodeUtf16BigEndian(text.data(), text.size(), buffer.data()));
     return buffer;
+}
+
+/// In a buffer with room to spare, which is all that may be written over.
+std::string encodedRoomily(std::wstring_view text)
+{
+    const std::size_t room = std::max<std::size_t>(32, text.size() * vel::kUtf16BytesPerCharacter);
+    const std::unique_ptr<char[]> buffer(new char[room]);
+    const std::unique_ptr<wchar_t[]> exactly(new wchar_t[text.size()]);
+    std::copy(text.begin(), text.end(), exactly.get());
+    return {buffer.get(), vel::encodeUtf16BigEndian(exactly.get(), text.size(), buffer.get(), room)};
 }
 
 struct Decoded
@@ -65,6 +77,8 @@ TEST_P(Utf16, IsAsDocumented)
     EXPECT_EQ("D8 3D DE 00", hex(encoded(L"\U0001F600")));
     EXPECT_EQ("FF FD", hex(encoded(std::wstring(1, 0xD800))));
     EXPECT_EQ("", encoded(L""));
+    EXPECT_EQ("", encodedRoomily(L""));
+    EXPECT_EQ("00 41", hex(encodedRoomily(L"A")));
     EXPECT_EQ(L"\u20AC", decoded({"\x20\xAC", 2}).m_sText);
     EXPECT_EQ(L"\U0001F600", decoded({"\xD8\x3D\xDE\x00", 4}).m_sText);
     EXPECT_EQ(2U, decoded({"\x00\x41\xDE\x00", 4}).m_nFault);
@@ -95,6 +109,8 @@ TEST_P(Utf16, AnyCharacterMayStandAnywhere)
                 std::wstring text(length, L'\u4E00');
                 text[place] = other;
                 ASSERT_TRUE(encoded(text) == encodedPlainly(text))
+                    << shown(static_cast<std::uint32_t>(other)) << " at " << place << " of " << length;
+                ASSERT_TRUE(encodedRoomily(text) == encodedPlainly(text))
                     << shown(static_cast<std::uint32_t>(other)) << " at " << place << " of " << length;
             }
         }

@@ -20,6 +20,10 @@ inline constexpr std::size_t kUtf16BytesPerCharacter = 4;
 ///     L"\U0001F600" -> D8 3D DE 00
 ///     0xD800       -> FF FD
 WEBI18N_API std::size_t encodeUtf16BigEndian(const wchar_t* pText, std::size_t nLength, char* pOut) noexcept;
+/// The same where `pOut` has room for `nCapacity` bytes, at least as many: with room to spare, a short text is written
+/// at one stroke.
+WEBI18N_API std::size_t encodeUtf16BigEndian(const wchar_t* pText, std::size_t nLength, char* pOut,
+                                             std::size_t nCapacity) noexcept;
 
 /// Writes UTF-16 text in big-endian order as wide text to `pOut`, which has room for `nSize` / 2 characters. Returns
 /// the number of characters written. `*pErrorOffset` is set to the offset of the first byte of the first unpaired
