@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "asciicodes.h"
 #include "elementpool.h"
 #include "icuhandles.h"
 #include "identicallevel.h"
@@ -91,9 +92,7 @@ struct SortData
     CollatorPtr m_pUnshifted;  ///< quaternary, shifts nothing; null when no element has a quaternary weight
     mutable ElementPool m_tPool;
     SortPages m_tPages;
-    /// The ASCII characters of one primary byte and no accent: that byte, and above it the tertiary code. 0: the
-    /// others.
-    std::array<std::uint16_t, 128> m_aAscii{};
+    AsciiCodes m_tAscii;
     std::optional<PrimaryCodes> m_tPrimaries;
     std::optional<LevelCodes> m_tSecondaries;
     std::optional<LevelCodes> m_tTertiaries;

@@ -290,12 +290,11 @@ void TableBuilder::addHangul()
 
 void TableBuilder::addAscii()
 {
-    for (std::size_t c = 0; c < m_pData->m_aAscii.size(); ++c) {
-        const SortEntry e = m_pData->m_tPages.find(static_cast<char32_t>(c));
+    for (unsigned char c = 0; c < 0x80; ++c) {
+        const SortEntry e = m_pData->m_tPages.find(c);
         constexpr SortEntry kUncommon = entry::kSpecial | entry::kMark | entry::kQuaternary | entry::kSecondary;
         if ((e & kUncommon) == 0 && entry::primaryLength(e) == 1 && entry::elements(e) == 1) {
-            m_pData->m_aAscii[c] =
-                static_cast<std::uint16_t>((entry::primaryBytes(e) & 0xFF) | (entry::tertiary(e) << 8));
+            m_pData->m_tAscii.set(c, static_cast<unsigned char>(entry::primaryBytes(e)), entry::tertiary(e));
         }
     }
 }

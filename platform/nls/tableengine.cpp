@@ -1,20 +1,35 @@
 #include "tableengine.h"
 
-#include "keyshort.h"
 #include "keywriter.h"
 
 namespace vel::nls {
 
+namespace {
+
+/// Apart, because it needs much room on the stack.
+[[gnu::noinline]] std::size_t makeLongKey(const SortData& data, const unsigned char* utf16be, std::size_t byteCount,
+                                          SortStrength strength, unsigned char* out, std::size_t capacity)
+{
+    KeyWriter writer(data, strength, out, capacity);
+    return writer.write(utf16be, byteCount);
+}
+
+}  // namespace
+
+TableEngine::TableEngine(std::unique_ptr<const SortData> data, std::string version)
+    : m_pData(std::move(data)), m_sVersion(std::move(version))
+{
+    for (std::size_t i = 0; i < m_aShortKeys.size(); ++i) {
+        m_aShortKeys[i] = shortKeyMaker(*m_pData, static_cast<SortStrength>(i));
+    }
+}
+
 std::size_t TableEngine::makeKey(const unsigned char* utf16be, std::size_t byteCount, SortStrength strength,
                                  unsigned char* out, std::size_t capacity) const
 {
-    if (byteCount % 2 == 0) {
-        if (const auto size = makeShortKey(*m_pData, utf16be, byteCount / 2, strength, out, capacity)) {
-            return *size;
-        }
-    }
-    KeyWriter writer(*m_pData, strength, out, capacity);
-    return writer.write(utf16be, byteCount);
+    const ShortKeyMaker makeShort = m_aShortKeys[static_cast<std::size_t>(strength)];
+    const std::size_t size = makeShort(*m_pData, utf16be, byteCount, out, capacity);
+    return size != kNoShortKey ? size : makeLongKey(*m_pData, utf16be, byteCount, strength, out, capacity);
 }
 
 }  // namespace vel::nls

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <memory>
 
+#include "keyshort.h"
 #include "sortcursor.h"
 #include "sortdata.h"
 #include "sortengine.h"
@@ -12,9 +14,7 @@ namespace vel::nls {
 class TableEngine final : public SortEngine
 {
 public:
-    TableEngine(std::unique_ptr<const SortData> data, std::string version)
-        : m_pData(std::move(data)), m_sVersion(std::move(version))
-    {}
+    TableEngine(std::unique_ptr<const SortData> data, std::string version);
 
     std::size_t makeKey(const unsigned char* utf16be, std::size_t byteCount, SortStrength strength, unsigned char* out,
                         std::size_t capacity) const override;
@@ -31,6 +31,7 @@ private:
 
     std::unique_ptr<const SortData> m_pData;
     std::string m_sVersion;
+    std::array<ShortKeyMaker, 5> m_aShortKeys{};  ///< by strength
 };
 
 }  // namespace vel::nls

@@ -29,9 +29,9 @@ inline bool isShort(const vel::nls::SortData& data, std::u16string_view text,
 {
     const std::string bytes = sortpairs::bytesOf(text);
     std::string key(64 * text.size() + 64, '\0');
-    return vel::nls::makeShortKey(data, reinterpret_cast<const unsigned char*>(bytes.data()), text.size(), strength,
-                                  reinterpret_cast<unsigned char*>(key.data()), key.size())
-        .has_value();
+    const vel::nls::ShortKeyMaker make = vel::nls::shortKeyMaker(data, strength);
+    return make(data, reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(),
+                reinterpret_cast<unsigned char*>(key.data()), key.size()) != vel::nls::kNoShortKey;
 }
 
 /// Code units that ICU reads.

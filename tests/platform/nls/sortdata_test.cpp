@@ -118,6 +118,8 @@ TEST(ShortKeys, NamesOfAllLanguagesTakeTheShortWay)
     EXPECT_TRUE(isShort(*build("ru"), u"Российский рубль"));
     EXPECT_TRUE(isShort(*build("ar"), u"الدرهم الإماراتي"));
     EXPECT_TRUE(isShort(*build("th"), u"เขตเวลา แปซิฟิก"));
+    EXPECT_TRUE(isShort(*build("th"), u"เขตเวลา (แปซิฟิก)", SortStrength::kQuaternary));
+    EXPECT_TRUE(isShort(*build("th"), u"เขตเวลา (แปซิฟิก)", SortStrength::kIdentical));
     EXPECT_TRUE(isShort(*build("ja"), u"アメリカ・ドル、ガーナ"));
     EXPECT_TRUE(isShort(*build("ja"), u"アメリカ・ドル、ガーナ", SortStrength::kIdentical));
     EXPECT_TRUE(isShort(*build("ko"), u"대한민국 원"));
@@ -132,6 +134,14 @@ TEST(ShortKeys, WhatIsHardGoesToTheWriter)
     EXPECT_FALSE(isShort(*build("en"), u"a\uE000"));
     EXPECT_FALSE(isShort(*build("en"), u"\uFDFA"));
     EXPECT_FALSE(isShort(*build("en"), std::u16string(257, u'a')));
+}
+
+TEST(ShortKeys, RunsTooLongForThemGoToTheWriter)
+{
+    // A capital is below what is common here; 252 elements stand before it.
+    const auto data = build("ko-u-kf-upper");
+    EXPECT_TRUE(isShort(*data, std::u16string(80, u'\uAC01') + u"A"));
+    EXPECT_FALSE(isShort(*data, std::u16string(84, u'\uAC01') + u"A"));
 }
 
 TEST(SlowWay, OnlyWhatStandsAroundGoesThroughIcu)
