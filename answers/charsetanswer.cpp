@@ -1,6 +1,9 @@
 #include "answers/charsetanswer.h"
 
+#include <algorithm>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "answers/text.h"
 #include "vel/transcoding/transcodingencoder.h"
@@ -9,22 +12,35 @@ namespace answers {
 
 namespace {
 
-std::size_t countUnencodable(std::wstring_view text, const vel::UniversalTranscoding& transcoding)
+/// The characters of the text that the set lacks, in the text's order, each as often as it stands there.
+std::wstring unencodable(std::wstring_view text, const vel::UniversalTranscoding& transcoding)
 {
     vel::TranscodingEncoder encoder(transcoding, vel::kUnencodableError);
     char bytes[4096];
-    std::size_t count = 0;
+    std::wstring characters;
     for (;;) {
         const vel::TranscodingResult result = encoder.encode(text.data(), text.size(), bytes, sizeof bytes);
         text.remove_prefix(result.m_nRead);
         if (result.isComplete()) {
-            return count;
+            return characters;
         }
         if (result.m_eStatus == vel::kTranscodingUnencodable) {
+            characters += text.front();
             text.remove_prefix(1);
-            ++count;
         }
     }
+}
+
+/// Each character once, by code point: a long text may lack very many.
+Json distinct(std::wstring characters)
+{
+    std::sort(characters.begin(), characters.end());
+    characters.erase(std::unique(characters.begin(), characters.end()), characters.end());
+    Json json = Json::array();
+    for (const wchar_t& each : characters) {
+        json.push_back(utf8Text(std::wstring_view(&each, 1)));
+    }
+    return json;
 }
 
 }  // namespace
@@ -54,7 +70,9 @@ Json describeEncoded(const vel::String& text, const vel::CharacterSet& set, vel:
     set.getTranscoding().encode(text, bytes, policy);
     Json json = describeCharacterSet(set);
     json["characters"] = text.length();
-    json["replaced"] = countUnencodable(text, set.getTranscoding());
+    std::wstring lacking = unencodable(text.view(), set.getTranscoding());
+    json["replaced"] = lacking.size();
+    json["lacking"] = distinct(std::move(lacking));
     json["bytes"] = hexadecimalText(bytes);
     return json;
 }

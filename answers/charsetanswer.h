@@ -13,7 +13,7 @@ Json describeCharacterSet(const vel::CharacterSet& set);
 Json describeDefinition(const vel::CharacterSetDefinition& definition);
 
 /// A text in the set: `label`, `implementation`, the number of its `characters`, how many were `replaced` because the
-/// set lacks them, and the `bytes` in hexadecimal digits.
+/// set lacks them, which those are (`lacking`, each once, by code point), and the `bytes` in hexadecimal digits.
 Json describeEncoded(const vel::String& text, const vel::CharacterSet& set, vel::EUnencodable policy);
 
 }  // namespace answers

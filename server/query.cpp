@@ -99,7 +99,8 @@ std::optional<vel::String> Target::find(std::string_view name) const
             continue;
         }
         if (found) {
-            throw Refusal{400, "bad-parameter", "The parameter " + std::string(name) + " stands twice."};
+            throw Refusal{
+                400, "bad-parameter", "The parameter " + std::string(name) + " stands twice.", {}, std::string(name)};
         }
         found = value;
     }
@@ -110,9 +111,12 @@ vel::String Target::text(std::string_view name, std::size_t greatestLength) cons
 {
     vel::String value = find(name).value_or(vel::String());
     if (value.length() > greatestLength) {
-        throw Refusal{400, "bad-parameter",
-                      "The parameter " + std::string(name) + " is longer than " + std::to_string(greatestLength) +
-                          " characters."};
+        throw Refusal{
+            400,
+            "bad-parameter",
+            "The parameter " + std::string(name) + " is longer than " + std::to_string(greatestLength) + " characters.",
+            {},
+            std::string(name)};
     }
     return value;
 }

@@ -34,9 +34,12 @@ DateTime momentIn(const Target& target)
     const std::chrono::year_month_day day(std::chrono::year(moment.m_nYear), std::chrono::month(moment.m_nMonth),
                                           std::chrono::day(moment.m_nDay));
     if (!isDate || !day.ok() || moment.m_nYear < 1 || moment.m_nYear > 9999) {
-        throw Refusal{400, "bad-parameter",
+        throw Refusal{400,
+                      "bad-parameter",
                       "The parameter date is not accepted: accepted is a date such as 2026-02-03 or "
-                      "2026-02-03T16:05:09, in the years 1 to 9999."};
+                      "2026-02-03T16:05:09, in the years 1 to 9999.",
+                      {},
+                      "date"};
     }
     return moment;
 }
@@ -46,8 +49,11 @@ Quantity numberIn(const Target& target)
     const String text = target.text("number", kNumberLength);
     const auto number = Quantity::of(text.isEmpty() ? String(ksSampleNumber) : text);
     if (!number) {
-        throw Refusal{400, "bad-parameter",
-                      "The parameter number is not accepted: accepted are digits with a point, such as 1234567.89."};
+        throw Refusal{400,
+                      "bad-parameter",
+                      "The parameter number is not accepted: accepted are digits with a point, such as 1234567.89.",
+                      {},
+                      "number"};
     }
     return *number;
 }
@@ -61,7 +67,7 @@ vel::Handle<const vel::Currency> currencyFor(const Call& call, const Locale& loc
     }
     auto currency = call.catalogues().currencies().lookupCurrencyTag(*tag);
     if (currency.isNull()) {
-        throw Refusal{404, "no-such-currency", "There is no currency of that tag."};
+        throw Refusal{404, "no-such-currency", "There is no currency of that tag.", {}, "currency"};
     }
     return currency;
 }

@@ -223,7 +223,10 @@ TEST_F(Api, rendersOnlyWhatIsADateOrANumber)
     for (const char* number : {"1e3", "1,5", "-", ".", "0x1", "%20", "--1", "%2B-1", "%D9%A1"}) {
         EXPECT_EQ(ask(std::string("/api/render?number=") + number).m_nStatus, 400U) << number;
     }
-    EXPECT_EQ(ask("/api/render?number=" + std::string(65, '1')).m_nStatus, 400U);
+    EXPECT_EQ(ask("/api/render?number=" + std::string(65, '1')).json()["error"]["field"], "number");
+    EXPECT_EQ(ask("/api/render?number=x").json()["error"]["field"], "number");
+    EXPECT_EQ(ask("/api/render?date=x").json()["error"]["field"], "date");
+    EXPECT_EQ(ask("/api/render?currency=x").json()["error"]["field"], "currency");
     EXPECT_EQ(ask("/api/render?number=" + std::string(64, '1')).m_nStatus, 200U);
     EXPECT_EQ(ask("/api/render?number=%2B.5").json()["numbers"]["negative"], "-0.5");
     EXPECT_EQ(ask("/api/render?currency=XXQ").m_nStatus, 404U);

@@ -124,7 +124,11 @@ TEST_F(Post, encodesText)
         EXPECT_EQ(json["replaced"], replaced) << body;
         EXPECT_EQ(json["label"], label) << body;
     }
-    EXPECT_EQ(send("/api/encode", R"({"text":"あ€い€","charset":"iso-2022-jp"})").json()["replaced"], 2);
+    const auto lacking = send("/api/encode", R"({"text":"€ñ€い😀","charset":"iso-2022-jp"})").json();
+    EXPECT_EQ(lacking["replaced"], 4);
+    EXPECT_EQ(lacking["lacking"], nlohmann::json({"ñ", "€", "😀"}));
+    EXPECT_EQ(send("/api/encode", R"({"text":"い","charset":"iso-2022-jp"})").json()["lacking"],
+              nlohmann::json::array());
     EXPECT_EQ(ask("/api/encode?text=%E2%82%AC", "Accept-Charset: iso-8859-15\r\n").json()["bytes"], "a4");
     EXPECT_EQ(ask("/api/encode?text=%E2%82%AC&charset=windows-1252").json()["bytes"], "80");
     EXPECT_EQ(ask("/api/encode?text=%E2%82%ACx&charset=koi8-r").json()["characters"], 2);
