@@ -23,8 +23,8 @@ using vel::nls::SortStrength;
 using vel::nls::SortTable;
 
 constexpr const char* kTags[] = {
-    "und",           "sv",      "fr-CA", "cs", "hu", "th", "ja", "ko", "zh", "en-u-ka-shifted",
-    "da-u-kf-upper", "en-u-kn", "vi",    "ar"};
+    "und", "sv", "fr-CA",           "cs", "hu", "th", "ja", "ko", "zh", "en-u-ka-shifted", "da-u-kf-upper", "en-u-kn",
+    "vi",  "ar", "ko-u-co-searchjl"};
 constexpr UCollationStrength kStrengths[] = {UCOL_PRIMARY, UCOL_SECONDARY, UCOL_TERTIARY, UCOL_QUATERNARY,
                                              UCOL_IDENTICAL};
 
