@@ -1,6 +1,7 @@
 #include "client.h"
 
 #include <arpa/inet.h>
+#include <sys/poll.h>
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -56,6 +57,12 @@ bool Client::readMore()
     }
     m_sRead.append(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
     return count > 0;
+}
+
+bool Client::hasSomething(std::chrono::milliseconds longest)
+{
+    pollfd waiting{m_nSocket, POLLIN, 0};
+    return !m_sRead.empty() || poll(&waiting, 1, static_cast<int>(longest.count())) > 0;
 }
 
 bool Client::isClosed()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -35,6 +36,8 @@ public:
     void finishSending();
     /// The next answer; nothing when the server closes without one.
     std::optional<Reply> receive(bool withoutBody = false);
+    /// Whether there is something to read, or the server has closed; waits for it so long at most.
+    bool hasSomething(std::chrono::milliseconds longest);
     /// Whether the server has closed, and nothing is left to read.
     bool isClosed();
 

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "client.h"
@@ -142,6 +144,75 @@ TEST(Http, answersSlowClients)
     Client body(server.port());
     body.send("GET /healthz HTTP/1.1\r\nHost: localhost\r\nContent-Length: 10\r\n\r\nabc");
     expectRefusal(body, 408, "request-timeout");
+}
+
+TEST(Http, answersClientsThatSendAByteNowAndThen)
+{
+    const RunningServer server(quickLimits());
+    Client client(server.port());
+    // A header that never ends: the time counts from its first byte, however many follow.
+    client.send("GET /healthz HTTP/1.1\r\nX: ");
+    for (int byte = 0; byte < 1000 && !client.hasSomething(std::chrono::milliseconds(20)); ++byte) {
+        client.send("a");
+    }
+    expectRefusal(client, 408, "request-timeout");
+}
+
+TEST(Http, leavesClientsThatTakeNoAnswer)
+{
+    server::Limits limits = quickLimits();
+    limits.m_nConnections = 1;
+    limits.m_tWriteTime = std::chrono::milliseconds(200);
+    const RunningServer server(limits);
+    Client deaf(server.port());
+    std::string requests;
+    for (int round = 0; round < 300; ++round) {  // their answers are more than any buffer on the way holds
+        requests += "GET /api/locales HTTP/1.1\r\nHost: localhost\r\n\r\n";
+    }
+    deaf.send(requests);
+    unsigned status = 0;
+    for (int round = 0; round < 1000 && status != 200; ++round) {
+        Client next(server.port());
+        next.send(kHealth);
+        const auto reply = next.receive();
+        status = reply ? reply->m_nStatus : 0;
+        std::this_thread::sleep_for(std::chrono::milliseconds(status == 200 ? 0 : 10));
+    }
+    EXPECT_EQ(status, 200U);
+}
+
+TEST(Http, takesABodyInPieces)
+{
+    const RunningServer server;
+    Client client(server.port());
+    client.send(
+        "POST /api/sort HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n"
+        "b\r\n{\"lines\":[\"\r\n");
+    client.send("7\r\nb\",\"a\"]\r\n1\r\n}\r\n0\r\n\r\n");
+    const Reply reply = client.receive().value();
+    EXPECT_EQ(reply.m_nStatus, 200U);
+    EXPECT_EQ(reply.json()["lines"][0]["text"], "a");
+    // And one behind another.
+    const std::string body = "{\"text\":\"a\"}";
+    const std::string post =
+        "POST /api/encode HTTP/1.1\r\nHost: localhost\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" +
+        body;
+    client.send(post + std::string(kHealth) + post);
+    EXPECT_EQ(client.receive()->json()["bytes"], "61");
+    EXPECT_EQ(client.receive()->m_sBody, "{\"status\":\"ok\"}\n");
+    EXPECT_EQ(client.receive()->json()["bytes"], "61");
+}
+
+TEST(Http, closesBehindTheAnswerWhenTheClientWants)
+{
+    const RunningServer server;
+    for (const char* request :
+         {"GET /healthz HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n\r\n", "GET /healthz HTTP/1.0\r\n\r\n"}) {
+        Client client(server.port());
+        client.send(request);
+        EXPECT_EQ(client.receive()->m_nStatus, 200U);
+        EXPECT_TRUE(client.isClosed());
+    }
 }
 
 TEST(Http, closesIdleConnections)
