@@ -35,7 +35,8 @@ rules() {
 }
 
 classes() {
-    grep -rohE '^(class|struct) WEBI18N_API [A-Za-z]+.*' include platform/*/include render/include | grep -v 'Exception' |
+    grep -rohE '^(class|struct) WEBI18N_API [A-Za-z]+.*' include platform/{log,xml,messages,config,transcoding}/include \
+        render/include | grep -v 'Exception' |
         awk '{ print $3 }' | tr -d ':' | grep -vxE 'Node|Root|RefCounted|GDValue|GDVariantBase|CollatorGuts' | sort -u
 }
 
