@@ -46,11 +46,11 @@ Contest startContest(const std::string& folder)
 
 void addServerRows(std::vector<Situation>& rows, const Data& data)
 {
-    rows.push_back({"a request of /api/resolve, 16 connections",
-                    "the server's empty handler",
+    rows.push_back({"the server: /api/resolve, 16 connections",
+                    "its empty handler",
                     {Target::kRatioAtLeast, 0.75},
                     [folder = data.m_sFolder] { return resolveContest(folder); }});
-    rows.push_back({"start to first answer with the pack, above that without data",
+    rows.push_back({"the server: start to first answer with the pack, above that without data",
                     "",
                     {Target::kOursBelow, 3e8},
                     [folder = data.m_sFolder] { return startContest(folder); }});
