@@ -52,7 +52,7 @@ foreach(library IN ITEMS webi18n webi18n-render)
 endforeach()
 
 # In the folders of the repository, so that the links from one document to another hold.
-install(FILES README.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT documents)
+install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT documents)
 install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" COMPONENT documents FILES_MATCHING PATTERN "*.md")
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT documents
     PATTERN "CMakeLists.txt" EXCLUDE PATTERN "*.sh" EXCLUDE)
