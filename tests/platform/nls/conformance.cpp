@@ -6,12 +6,16 @@
 #include <unicode/uloc.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <mutex>
 #include <regex>
 #include <stdexcept>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "sortpairs.h"
@@ -77,6 +81,55 @@ std::vector<std::string> sortsThatMatch(const char* expression)
     return tags;
 }
 
+/// Compares each sort on whatever thread is free, and prints a line for each when it is done.
+class Run
+{
+public:
+    Run(std::vector<std::string> tags, std::size_t pairs, std::uint64_t seed)
+        : m_tTags(std::move(tags)), m_nPairsEach(pairs / m_tTags.size() + 1), m_nSeed(seed)
+    {}
+
+    void work()
+    {
+        for (std::size_t i = m_nNext++; i < m_tTags.size(); i = m_nNext++) {
+            add(m_tTags[i], reportOn(m_tTags[i]));
+        }
+    }
+    /// Whether there was no difference.
+    bool finish() const
+    {
+        std::cout << m_tTags.size() << " sorts, " << m_nPairs << " pairs at five strengths, " << m_nDifferences
+                  << " differences\n";
+        return m_nDifferences == 0;
+    }
+
+private:
+    sortpairs::Report reportOn(const std::string& tag) const
+    {
+        try {
+            return sortpairs::comparePairs(tag, m_nPairsEach, m_nSeed);
+        } catch (const std::exception& error) {
+            return {0, 1, error.what()};
+        }
+    }
+    void add(const std::string& tag, const sortpairs::Report& report)
+    {
+        const std::lock_guard lock(m_tMutex);
+        std::cout << tag << ": " << report.m_nPairs << " pairs, " << report.m_nDifferences << " differences"
+                  << (report.m_nDifferences == 0 ? "" : "; " + report.m_sFirst) << std::endl;
+        m_nPairs += report.m_nPairs;
+        m_nDifferences += report.m_nDifferences;
+    }
+
+    const std::vector<std::string> m_tTags;
+    const std::size_t m_nPairsEach;
+    const std::uint64_t m_nSeed;
+    std::atomic<std::size_t> m_nNext{0};
+    std::mutex m_tMutex;
+    std::size_t m_nPairs = 0;
+    std::size_t m_nDifferences = 0;
+};
+
 }  // namespace
 
 int main(int argc, char** argv)
@@ -84,19 +137,15 @@ int main(int argc, char** argv)
     const std::size_t wanted = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 20'000'000;
     const std::uint64_t seed = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : 1;
     try {
-        const std::vector<std::string> tags = sortsThatMatch(argc > 3 ? argv[3] : ".*");
-        std::size_t pairs = 0;
-        std::size_t differences = 0;
-        for (const std::string& tag : tags) {
-            const sortpairs::Report report = sortpairs::comparePairs(tag, wanted / tags.size() + 1, seed);
-            std::cout << tag << ": " << report.m_nPairs << " pairs, " << report.m_nDifferences << " differences"
-                      << (report.m_nDifferences == 0 ? "" : "; " + report.m_sFirst) << std::endl;
-            pairs += report.m_nPairs;
-            differences += report.m_nDifferences;
+        Run run(sortsThatMatch(argc > 3 ? argv[3] : ".*"), wanted, seed);
+        std::vector<std::thread> threads(std::max(1U, std::thread::hardware_concurrency()));
+        for (std::thread& thread : threads) {
+            thread = std::thread([&] { run.work(); });
         }
-        std::cout << tags.size() << " sorts, " << pairs << " pairs at five strengths, " << differences
-                  << " differences\n";
-        return differences == 0 ? 0 : 1;
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        return run.finish() ? 0 : 1;
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';
         return 1;
