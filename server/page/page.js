@@ -1,9 +1,17 @@
-"use strict";
+// Starts the parts of the page. The first answer, of who the user is, sets the others going.
 
-async function showLocale() {
-    const response = await fetch("api/resolve");
-    const answer = await response.json();
-    document.getElementById("locale").textContent = answer.locale;
-}
+import { startEncoding } from "./encoding.js";
+import { startLook } from "./look.js";
+import { startMoney } from "./money.js";
+import { startPreferences } from "./preferences.js";
+import { startSorting } from "./sorting.js";
+import { startTyped } from "./typed.js";
+import { startWho } from "./who.js";
 
-showLocale();
+startLook();
+startPreferences();
+startTyped();
+startMoney();
+startSorting();
+startEncoding();
+startWho();
