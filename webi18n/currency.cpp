@@ -30,7 +30,9 @@ void Currency::setSymbol(String symbol)
 
 Currency* Currency::clone() const
 {
-    return new Currency(*this);
+    Currency* const copy = new Currency(*this);
+    copy->m_nCaptionStamp = 0;  // it may be changed
+    return copy;
 }
 
 void Currency::getDisplayMessage(GDVariantBase& out) const
@@ -45,12 +47,13 @@ void Currency::getDisplayName(GDVariantBase& out) const
 
 namespace {
 
-/// Whether `out` is a text of its own, once its references are resolved.
-bool resolve(const Handle<const MessageTable>& messages, GDAdjustableSizeVariant<16>& out)
+/// Assigns what the currency's own message is in `messages`; false, and perhaps nothing assigned, when that is nothing.
+bool resolve(const GDVariant& own, const Handle<const MessageTable>& messages, GDVariant& out)
 {
-    if (!messages.isNull() && !out.isUndefinedOrNull()) {
-        out = messages->resolveReferences(out);
+    if (own.isUndefinedOrNull()) {
+        return false;
     }
+    out = messages.isNull() ? own : messages->resolveReferences(own);
     return !out.isUndefinedOrNull();
 }
 
@@ -59,27 +62,48 @@ bool resolve(const Handle<const MessageTable>& messages, GDAdjustableSizeVariant
 void Currency::getResolvedCurrencyDisplayMessage(const Handle<const MessageTable>& messages,
                                                  GDAdjustableSizeVariant<16>& out) const
 {
-    out = m_tDisplayMessage;
-    if (resolve(messages, out)) {
+    if (resolve(m_tDisplayMessage, messages, out)) {
         return;
     }
-    out = GDVariant::message(m_eType == kInternational ? m_tSymbolText : captionOfLocale(messages));
+    if (m_eType == kInternational) {
+        out = GDVariant::message(m_tSymbolText);
+    } else {
+        captionOfLocale(messages, out);
+    }
 }
 
 void Currency::getResolvedCurrencyDisplayName(const Handle<const MessageTable>& messages,
                                               GDAdjustableSizeVariant<16>& out) const
 {
-    out = m_tDisplayName;
-    if (!resolve(messages, out)) {
+    if (!resolve(m_tDisplayName, messages, out)) {
         getResolvedCurrencyDisplayMessage(messages, out);
     }
 }
 
 /// The heading of a local currency, or its symbol when its locale is not among the allowed ones.
-Message Currency::captionOfLocale(const Handle<const MessageTable>& messages) const
+void Currency::captionOfLocale(const Handle<const MessageTable>& messages, GDAdjustableSizeVariant<16>& out) const
 {
-    const Locale* const locale = LocaleTagLookup::getInstance().findSupported(m_sLocaleDefinitionName);
-    return locale == nullptr ? m_tSymbolText : Message(m_tHeading).insert(2, locale->nameIn(messages));
+    const LocaleTagLookup& locales = LocaleTagLookup::getInstance();
+    if (messages.isNull()) {
+        out = buildCaptionOfLocale(locales, messages);
+        return;
+    }
+    const KeptValues::Key key{m_nCaptionStamp, locales.stampOfSupported()};
+    KeptValues& captions = messages.get()->kept();
+    if (const GDVariant* const kept = captions.find(key); kept != nullptr) {
+        out = *kept;
+        return;
+    }
+    out = buildCaptionOfLocale(locales, messages);
+    captions.keep(key, out);
+}
+
+GDVariant Currency::buildCaptionOfLocale(const LocaleTagLookup& locales,
+                                         const Handle<const MessageTable>& messages) const
+{
+    const Locale* const locale = locales.findSupported(m_sLocaleDefinitionName);
+    return GDVariant::message(locale == nullptr ? m_tSymbolText
+                                                : Message(m_tHeading).insert(2, locale->nameIn(messages)));
 }
 
 }  // namespace vel

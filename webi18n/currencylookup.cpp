@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "vel/core/message.h"
+#include "vel/core/stamp.h"
 #include "vel/core/staticinit.h"
 #include "vel/core/texthash.h"
 #include "vel/log/logger.h"
@@ -92,6 +93,7 @@ Handle<const Currency> CurrencyReader::read(const XmlElement& element)
     CurrencyReader reader(element);
     reader.m_hCurrency->m_sTag = tag;
     reader.m_hCurrency->m_eType = *known;
+    reader.m_hCurrency->m_nCaptionStamp = *known == Currency::kLocal ? newStamp() : 0;
     reader.readTexts();
     reader.readNegativeFormats();
     reader.readCaptions();

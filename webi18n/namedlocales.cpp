@@ -15,6 +15,7 @@ std::uint32_t NamedLocales::hashOf(std::wstring_view name) noexcept
 void NamedLocales::set(std::wstring_view name, const Locale& locale)
 {
     const std::uint32_t hash = hashOf(name);
+    m_nStamp = newStamp();
     if (LocaleMap::value_type* const* const known = m_tIndex.find(hash, IsNamed{name}); known != nullptr) {
         (*known)->second = locale;
         return;

@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "vel/core/flatindex.h"
+#include "vel/core/stamp.h"
 #include "webi18n/localetaglookup.h"
 
 namespace vel::i18n_details {
@@ -27,11 +29,15 @@ public:
     /// Adds the locale or replaces that of an equal name. When it throws (memory), nothing has changed.
     void set(std::wstring_view name, const Locale& locale);
 
+    /// Names what is in it: another after every change, and never again the same.
+    std::uint64_t stamp() const noexcept { return m_nStamp; }
+
     const LocaleMap& inOrder() const noexcept { return m_tInOrder; }
     void swap(NamedLocales& other) noexcept
     {
         m_tInOrder.swap(other.m_tInOrder);
         m_tIndex.swap(other.m_tIndex);
+        std::swap(m_nStamp, other.m_nStamp);
     }
 
 private:
@@ -47,6 +53,7 @@ private:
 
     LocaleMap m_tInOrder;
     FlatIndex<LocaleMap::value_type*> m_tIndex;
+    std::uint64_t m_nStamp = newStamp();
 };
 
 }  // namespace vel::i18n_details

@@ -11,6 +11,8 @@
 
 namespace vel {
 
+class LocaleTagLookup;
+
 /// One currency as the currencies file defines it. Built and filled by CurrencyLookup, then shared by Handle and only
 /// read, from any thread; clone() gives a private copy to change.
 ///
@@ -93,7 +95,8 @@ private:
     Currency(const Currency&);
     ~Currency() override;
 
-    Message captionOfLocale(const Handle<const MessageTable>& messages) const;
+    void captionOfLocale(const Handle<const MessageTable>& messages, GDAdjustableSizeVariant<16>& out) const;
+    GDVariant buildCaptionOfLocale(const LocaleTagLookup& locales, const Handle<const MessageTable>& messages) const;
 
     String m_sCurrencySymbol;
     String m_sFormat;
@@ -111,6 +114,8 @@ private:
     // What captions without a message of their own are made of: the symbol, and the heading that it stands in.
     Message m_tSymbolText;
     Message m_tHeading;
+    // Under which message tables keep its caption; 0 for records that may change or soon go.
+    std::uint64_t m_nCaptionStamp = 0;
 };
 
 }  // namespace vel

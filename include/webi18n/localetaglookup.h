@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string_view>
@@ -103,6 +104,8 @@ private:
 
     /// The allowed locale of that name, or null. Valid until the catalogue changes.
     const Locale* findSupported(const String& name) const noexcept;
+    /// Names the allowed locales as they are now: another number after every change.
+    std::uint64_t stampOfSupported() const noexcept;
 
     Config<LocaleTagLookup> m_tConfig;
     std::unique_ptr<LocaleTagLookupState> m_pState;

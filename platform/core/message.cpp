@@ -99,6 +99,11 @@ private:
 
 Node::~Node() = default;
 
+std::wstring_view Node::plainTextOf(const Message& value) noexcept
+{
+    return value.isPlainText() ? value.keyOrText().view() : std::wstring_view();
+}
+
 Root::Root(String keyOrText, bool external)
     : Node(*this),
       m_sKeyOrText(std::move(keyOrText)),
@@ -186,11 +191,9 @@ String Message::toString() const
         }
         return m_hNode.get() == &root() ? out : out.append(L')');
     }
-    splitPattern([&](std::wstring_view text) { out.append(text); },
-                 [&](unsigned number, std::wstring_view written) {
-                     const Message* const value = findInsert(number);
-                     out.append(value == nullptr ? written : value->toString().view());
-                 });
+    fillPattern(
+        *this, [&](std::wstring_view text) { out.append(text); },
+        [&](const Message& insert) { out.append(insert.toString().view()); });
     return out;
 }
 

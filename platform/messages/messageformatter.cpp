@@ -43,15 +43,9 @@ void MessageFormatter::format(const Message& message, StringBufferBase& out) con
 
 void MessageFormatter::fill(const Message& pattern, const Message& message, StringBufferBase& out) const
 {
-    pattern.splitPattern([&](std::wstring_view text) { out.append(text); },
-                         [&](unsigned number, std::wstring_view written) {
-                             const Message* const value = message.findInsert(number);
-                             if (value == nullptr) {
-                                 out.append(written);
-                             } else {
-                                 format(*value, out);
-                             }
-                         });
+    pattern.fillPattern(
+        message, [&](std::wstring_view text) { out.append(text); },
+        [&](const Message& insert) { format(insert, out); });
 }
 
 void MessageFormatter::describeKey(const Message& message, StringBufferBase& out) const

@@ -53,6 +53,7 @@ void MessageTable::setReference(const String& key, const String& target)
 /// Adds a message or replaces the one of that key. When it throws (memory), nothing has changed.
 void MessageTable::put(std::wstring_view key, Message message)
 {
+    m_tKept.clear();
     if (const std::uint32_t known = m_tKeys.find(key); known != TextNumbers::kNone) {
         m_vMessages[known] = std::move(message);
         return;

@@ -157,6 +157,67 @@ TEST_F(CurrencyCaptions, ACloneIsCaptionedByItsOwnLocale)
     expectHeading(L"S", L"ja-jp", captionOf(*clone, m_hTable));
 }
 
+TEST_F(CurrencyCaptions, ACaptionThatWasAskedForBeforeFollowsItsTable)
+{
+    const Handle<const Currency> record = recordOf(currency("t", "local", "symbol=\"S\" locale=\"de-de\""));
+    const Handle<MessageTable> english = vel::makeHandle<MessageTable>(L"en");
+    english->set(L"kmsgLocaleName_deDE", L"German (Germany)");
+    for (int i = 0; i < 2; ++i) {
+        expectHeading(L"S", L"Deutsch (Deutschland)", captionOf(*record, m_hTable));
+        expectHeading(L"S", L"German (Germany)", captionOf(*record, english));
+    }
+    m_hTable->set(L"kmsgLocaleName_deDE", L"Deutsch");
+    expectHeading(L"S", L"Deutsch", captionOf(*record, m_hTable));
+    expectHeading(L"S", L"German (Germany)", captionOf(*record, english));
+    m_hTable->setReference(L"kmsgLocaleName_deDE", L"kmsgEuro");
+    expectHeading(L"S", L"Euro", captionOf(*record, m_hTable));
+}
+
+TEST_F(CurrencyCaptions, ACaptionThatWasAskedForBeforeFollowsTheAllowedLocales)
+{
+    const Handle<const Currency> record = recordOf(currency("t", "local", "symbol=\"S\" locale=\"de-de\""));
+    LocaleTagLookup& locales = LocaleTagLookup::getInstanceForLoading();
+    for (int i = 0; i < 2; ++i) {
+        expectHeading(L"S", L"Deutsch (Deutschland)", captionOf(*record, m_hTable));
+        locales.loadConfig(*allowing(L"ja-jp"), vel::kConfigReload);
+        expectText(L"S", captionOf(*record, m_hTable));
+        locales.loadConfig(*allowing(L"de-de,ja-jp"), vel::kConfigReload);
+    }
+}
+
+TEST_F(CurrencyCaptions, ACloneOfARecordThatWasAskedBeforeIsCaptionedByItsOwnLocale)
+{
+    const Handle<const Currency> record = recordOf(currency("t", "local", "symbol=\"S\" locale=\"de-de\""));
+    expectHeading(L"S", L"Deutsch (Deutschland)", captionOf(*record, m_hTable));
+    const Handle<Currency> clone(record->clone());
+    expectHeading(L"S", L"Deutsch (Deutschland)", captionOf(*clone, m_hTable));
+    clone->setLocaleDefinitionName(L"ja-jp");
+    expectHeading(L"S", L"ja-jp", captionOf(*clone, m_hTable));
+    expectHeading(L"S", L"Deutsch (Deutschland)", captionOf(*record, m_hTable));
+}
+
+TEST_F(CurrencyCaptions, OfThousandsOfRecordsEachHasItsOwn)
+{
+    std::string elements;
+    for (int i = 0; i < 3000; ++i) {
+        const std::string locale = i % 3 == 0 ? "ja-jp" : i % 3 == 1 ? "de-de" : "xx-yy";
+        elements += currency("t" + std::to_string(i), "local",
+                             "symbol=\"" + std::to_string(i) + "\" locale=\"" + locale + "\"");
+    }
+    const vel::CurrencyLookup lookup = loaded(elements);
+    for (int time = 0; time < 2; ++time) {
+        for (int i = 0; i < 3000; ++i) {
+            const std::wstring symbol = std::to_wstring(i);
+            const GDVariant caption = captionOf(*lookup.getCurrencyList()[static_cast<std::size_t>(i)], m_hTable);
+            if (i % 3 == 2) {
+                expectText(symbol.c_str(), caption);
+            } else {
+                expectHeading(symbol.c_str(), i % 3 == 0 ? L"ja-jp" : L"Deutsch (Deutschland)", caption);
+            }
+        }
+    }
+}
+
 TEST_F(CurrencyCaptions, WithoutATableAnOwnMessageStaysAReference)
 {
     const Handle<const Currency> record =

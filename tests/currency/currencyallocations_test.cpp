@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "catalogues.h"
 #include "currencies.h"
 #include "faileverywhere.h"
 #include "vel/log/logger.h"
@@ -139,6 +140,24 @@ TEST_F(CurrencyAllocations, CaptionsOfTheTableAllocateNothing)
     vel::MessageFormatter(table).format(*name.asMessage(), text);
     EXPECT_EQ(0U, count.value());
     EXPECT_EQ(L"a caption that is long when it is reada name that is long when it is read", text.view());
+}
+
+TEST_F(CurrencyAllocations, AHeadingThatWasAskedForBeforeAllocatesNothing)
+{
+    const MemoryFile definitions;
+    vel::LocaleTagLookup::getInstanceForLoading().loadLocaleDefinitions(
+        *allowing(L"de-de"), definitions.write(definitionsFile(definition("de-de", ""))));
+    const CurrencyLookup lookup = loaded(currency("t", "local", "symbol=\"S\" locale=\"de-de\""));
+    const Handle<vel::MessageTable> table = vel::makeHandle<vel::MessageTable>(L"en");
+    table->set(L"kmsgCurrencyFormatLocaleCurrencyHeading", L"%1 (%2)");
+    GDVariant caption;
+    lookup.getCurrencyList().front()->getResolvedCurrencyDisplayMessage(table, caption);
+    vel::StringBuffer<127> text;
+    const AllocationCount count;
+    lookup.getCurrencyList().front()->getResolvedCurrencyDisplayMessage(table, caption);
+    vel::MessageFormatter(table).format(*caption.asMessage(), text);
+    EXPECT_EQ(0U, count.value());
+    EXPECT_EQ(L"S (de-de)", text.view());
 }
 
 }  // namespace

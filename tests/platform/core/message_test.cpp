@@ -104,6 +104,18 @@ TEST(Message, InsertReplacesTheOneOfItsNumber)
     EXPECT_EQ(message.toString(), L"second");
 }
 
+TEST(Message, InsertsOfEveryKindAreShown)
+{
+    const Message nested = Message::text(L"<%1>").insert(1, L"n");
+    const Message pattern = Message::text(L"[%1|%2|%3|%4]");
+    EXPECT_EQ(Message(pattern).insert(1, L"").insert(2, nested).insert(3, Message::external(L"k")).toString(),
+              L"[|<n>|k|%4]");
+    EXPECT_EQ(Message(pattern).insert(4, L"d").insert(1, pattern).toString(), L"[[%1|%2|%3|%4]|%2|%3|d]");
+    Message changed = Message(pattern).insert(1, nested).insert(2, L"b");
+    changed.insert(1, L"plain now").insert(2, nested);
+    EXPECT_EQ(changed.toString(), L"[plain now|<n>|%3|%4]");
+}
+
 TEST(Message, TellsWhatItIs)
 {
     const Message text = Message::text(L"t").insert(4, L"x");
@@ -177,27 +189,34 @@ TEST(Message, TheHashIsThatOfTheKeyOrText)
 struct PatternRow
 {
     const wchar_t* m_pPattern;
-    const wchar_t* m_pPieces;  // plain runs in brackets, inserts as their numbers
+    const wchar_t* m_pPieces;  // texts in brackets, other inserts as their keys
 };
 
-TEST(Message, SplitsItsPattern)
+TEST(Message, FillsItsPattern)
 {
+    const Message values = Message::text(L"%1")
+                               .insert(1, Message::external(L"one"))
+                               .insert(2, Message::external(L"two"))
+                               .insert(3, L"text")
+                               .insert(4, L"");
     const PatternRow rows[] = {
         {L"", L"[]"},
         {L"plain", L"[plain]"},
-        {L"%1", L"1"},
-        {L"a%1%2b", L"[a]12[b]"},
+        {L"%1", L"one"},
+        {L"a%1%2b", L"[a]onetwo[b]"},
         {L"%%", L"[%]"},
-        {L"5%%%1", L"[5%]1"},
-        {L"<velm:param insert=\"2\"/> (%1)", L"2[ (]1[)]"},
+        {L"5%%%1", L"[5%]one"},
+        {L"<velm:param insert=\"2\"/> (%1)", L"two[ (]one[)]"},
+        {L"%3%4%3", L"[text][][text]"},
+        {L"%1%5<velm:param insert=\"5\"/>", L"one[%5][<velm:param insert=\"5\"/>]"},
         {L"100% < %", L"[100% < %]"},
     };
     for (const PatternRow& row : rows) {
         String pieces;
         Message::text(row.m_pPattern)
-            .splitPattern(
-                [&](std::wstring_view text) { pieces.append(L'[').append(text).append(L']'); },
-                [&](unsigned number, std::wstring_view) { pieces.append(vel::decimalString(number).view()); });
+            .fillPattern(
+                values, [&](std::wstring_view text) { pieces.append(L'[').append(text).append(L']'); },
+                [&](const Message& insert) { pieces.append(insert.keyOrText()); });
         EXPECT_EQ(pieces, row.m_pPieces) << vel::toUtf8Lossy(row.m_pPattern);
     }
 }

@@ -74,10 +74,11 @@ public:
 
     friend bool operator==(const Message& a, const Message& b) noexcept;
 
-    /// Splits this message's text as a pattern, whether or not the message has inserts: calls `appendText(view)` for
-    /// each run of plain characters and `appendInsert(number, view)` for each insert, `view` being how it is written.
-    template <typename AppendText, typename AppendInsert>
-    void splitPattern(AppendText appendText, AppendInsert appendInsert) const;
+    /// Fills the inserts of `values` into this message's text as a pattern, whether or not the message has inserts:
+    /// calls `appendText(view)` for each run of characters, among them the inserts that are plain texts, and
+    /// `appendMessage(message)` for each other insert. What `values` lacks stays as it is written.
+    template <typename AppendText, typename AppendMessage>
+    void fillPattern(const Message& values, AppendText appendText, AppendMessage appendMessage) const;
 
 private:
     friend class message_details::Node;
@@ -85,6 +86,7 @@ private:
     explicit Message(Handle<const message_details::Node> node) noexcept;
 
     const message_details::Root& root() const noexcept;
+    const message_details::Node* findNode(unsigned number) const noexcept;
     void replaceInsert(unsigned number, Message value);
 
     Handle<const message_details::Node> m_hNode;
@@ -113,17 +115,26 @@ class WEBI18N_API Node : public RefCounted
 {
 public:
     Node(Handle<const Node> next, unsigned number, Message value) noexcept
-        : m_pRoot(next.get()->m_pRoot), m_hNext(std::move(next)), m_nNumber(number), m_tValue(std::move(value))
+        : m_nNumber(number),
+          m_pRoot(next.get()->m_pRoot),
+          m_hNext(std::move(next)),
+          m_tValue(std::move(value)),
+          m_sPlainText(plainTextOf(m_tValue))
     {}
     ~Node() override;
 
+    const unsigned m_nNumber;
     const Root* const m_pRoot;
     const Handle<const Node> m_hNext;  // null in the root
-    const unsigned m_nNumber;
     const Message m_tValue;
+    // The value's text when it is shown as it is, else null: rendering then need not look at the value itself.
+    const std::wstring_view m_sPlainText;
 
 protected:
-    explicit Node(const Root& self) noexcept : m_pRoot(&self), m_nNumber(0), m_tValue(Handle<const Node>()) {}
+    explicit Node(const Root& self) noexcept : m_nNumber(0), m_pRoot(&self), m_tValue(Handle<const Node>()) {}
+
+private:
+    static std::wstring_view plainTextOf(const Message& value) noexcept;
 };
 
 /// What the inserts of a message belong to: its key or its text.
@@ -174,18 +185,24 @@ inline std::uint32_t Message::hash() const noexcept
     return root().m_nHash;
 }
 
-inline const Message* Message::findInsert(unsigned number) const noexcept
+inline const message_details::Node* Message::findNode(unsigned number) const noexcept
 {
     for (const message_details::Node* node = m_hNode.get(); node != &root(); node = node->m_hNext.get()) {
         if (node->m_nNumber == number) {
-            return &node->m_tValue;
+            return node;
         }
     }
     return nullptr;
 }
 
-template <typename AppendText, typename AppendInsert>
-void Message::splitPattern(AppendText appendText, AppendInsert appendInsert) const
+inline const Message* Message::findInsert(unsigned number) const noexcept
+{
+    const message_details::Node* const node = findNode(number);
+    return node == nullptr ? nullptr : &node->m_tValue;
+}
+
+template <typename AppendText, typename AppendMessage>
+void Message::fillPattern(const Message& values, AppendText appendText, AppendMessage appendMessage) const
 {
     const std::wstring_view text = root().m_sKeyOrText.view();
     if (root().m_vPieces.empty()) {
@@ -193,11 +210,14 @@ void Message::splitPattern(AppendText appendText, AppendInsert appendInsert) con
         return;
     }
     for (const message_details::Piece& piece : root().m_vPieces) {
-        const std::wstring_view written = text.substr(piece.m_nStart, piece.m_nLength);
-        if (piece.m_nInsert == message_details::Piece::kPlain) {
-            appendText(written);
+        const message_details::Node* const insert =
+            piece.m_nInsert == message_details::Piece::kPlain ? nullptr : values.findNode(piece.m_nInsert);
+        if (insert == nullptr) {
+            appendText(std::wstring_view(text.data() + piece.m_nStart, piece.m_nLength));
+        } else if (insert->m_sPlainText.data() != nullptr) {
+            appendText(insert->m_sPlainText);
         } else {
-            appendInsert(piece.m_nInsert, written);
+            appendMessage(insert->m_tValue);
         }
     }
 }

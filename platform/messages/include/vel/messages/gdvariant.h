@@ -45,7 +45,8 @@ private:
 };
 
 /// A generic value: undefined, null, a boolean, a number, a string or a message. What operations take that read or
-/// assign a variant of any size; one object is used by one thread at a time. Copies share texts and messages.
+/// assign a variant of any size; one object is used by one thread at a time. Copies share texts and messages; a
+/// moved-from one can only be assigned to or destroyed.
 class WEBI18N_API GDVariantBase
 {
 public:
@@ -73,10 +74,12 @@ protected:
     GDVariantBase() noexcept = default;
     explicit GDVariantBase(Content content) noexcept : m_tContent(std::move(content)) {}
     GDVariantBase(const GDVariantBase&) noexcept = default;
+    GDVariantBase(GDVariantBase&&) noexcept = default;
     ~GDVariantBase() = default;
 
 public:
     GDVariantBase& operator=(const GDVariantBase&) noexcept = default;
+    GDVariantBase& operator=(GDVariantBase&&) noexcept = default;
 
 protected:
     static constexpr std::size_t kContentSize = sizeof(Content);

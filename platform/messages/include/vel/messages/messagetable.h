@@ -11,6 +11,7 @@
 #include "vel/core/string.h"
 #include "vel/core/textnumbers.h"
 #include "vel/messages/gdvariant.h"
+#include "vel/messages/keptvalues.h"
 
 namespace vel {
 
@@ -62,6 +63,9 @@ public:
     /// no message here stays external.
     GDVariant resolveReferences(const GDVariant& value) const;
 
+    /// What readers made of this table's messages. Every change of the table clears it.
+    KeptValues& kept() const noexcept { return m_tKept; }
+
 private:
     void put(std::wstring_view key, Message message);
     std::uint32_t numberOf(const Message& external) const noexcept;
@@ -71,6 +75,7 @@ private:
     // By the number of its key the text message, or as an external one the reference to another.
     std::vector<Message> m_vMessages;
     String m_sLanguage;
+    mutable KeptValues m_tKept;
 };
 
 }  // namespace vel
