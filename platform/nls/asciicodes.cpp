@@ -57,7 +57,9 @@ namespace {
     const __m256i read = _mm256_maskload_epi32(reinterpret_cast<const int*>(utf16be), mask);
     std::int16_t last = 0;
     std::memcpy(&last, utf16be + 2 * (units - 1), sizeof last);
-    return _mm256_blendv_epi8(_mm256_set1_epi16(last), read, mask);
+    const __m256i units16 = _mm256_blendv_epi8(_mm256_set1_epi16(last), read, mask);
+    const __m128i swap = _mm_set_epi64x(0x0E0F0C0D0A0B0809LL, 0x0607040502030001LL);
+    return _mm256_shuffle_epi8(units16, _mm256_broadcastsi128_si256(swap));
 }
 
 }  // namespace
@@ -67,18 +69,16 @@ namespace {
 {
     const std::size_t most = std::min(units, kBlock);
     const __m256i text = loadUnits(utf16be, most);
-    // The first byte of a unit is the lower one here.
-    const __m256i beyond = _mm256_and_si256(text, _mm256_set1_epi16(static_cast<short>(0x80FF)));
-    const __m256i isAscii = _mm256_cmpeq_epi16(beyond, _mm256_setzero_si256());
-    // Both halves get all characters: the lower one looks up their primary codes, the upper one the tertiary ones.
-    const __m256i high = _mm256_srli_epi16(_mm256_and_si256(text, isAscii), 8);
-    const __m256i characters = _mm256_permute4x64_epi64(_mm256_packus_epi16(high, high), 0x88);
+    // Both halves get all characters: the lower one looks up their primary codes, the upper one the tertiary ones. What
+    // has no byte becomes 0 or FF.
+    const __m256i bytes = _mm256_packus_epi16(text, text);
+    const __m256i characters = _mm256_permute4x64_epi64(bytes, 0x88);
     __m256i codes = _mm256_setzero_si256();
     for (const Row& row : m_aRows) {
         const auto* const first = reinterpret_cast<const __m256i*>(row.m_aFirst);
         const auto* const differences = reinterpret_cast<const __m256i*>(row.m_aPrimary);
-        // Of a character before the row the highest bit is set here: it takes nothing.
-        const __m256i places = _mm256_sub_epi8(characters, _mm256_load_si256(first));
+        // Negative for a character before the row, and for one that is not ASCII: these take nothing.
+        const __m256i places = _mm256_subs_epi8(characters, _mm256_load_si256(first));
         codes = _mm256_xor_si256(codes, _mm256_shuffle_epi8(_mm256_load_si256(differences), places));
     }
     _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm256_castsi256_si128(codes));

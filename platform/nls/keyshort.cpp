@@ -154,11 +154,8 @@ inline bool ShortKey<kLevels, kBackwards>::readAscii(std::size_t& next) noexcept
     AsciiCodes::Block block;
     m_rData.m_tAscii.read(m_tText.bytes() + 2 * next, m_tText.size() - next, m_pEnd, block);
     if constexpr (kLevels >= 3) {
-        for (std::uint32_t lanes = block.m_nUncommon; lanes != 0; lanes &= lanes - 1) {
-            const auto lane = static_cast<std::size_t>(__builtin_ctz(lanes));
-            if (!m_tTertiary.add(m_nElements + lane, block.m_aTertiary[lane])) {
-                return false;
-            }
+        if (!m_tTertiary.addAll(m_nElements, block.m_nUncommon, block.m_aTertiary)) {
+            return false;
         }
     }
     m_pEnd += block.m_nCount;
@@ -168,7 +165,7 @@ inline bool ShortKey<kLevels, kBackwards>::readAscii(std::size_t& next) noexcept
 }
 
 template <unsigned kLevels, bool kBackwards>
-bool ShortKey<kLevels, kBackwards>::read() noexcept
+[[gnu::always_inline]] inline bool ShortKey<kLevels, kBackwards>::read() noexcept
 {
     constexpr std::size_t kStep = 16;
     const std::size_t size = m_tText.size();

@@ -220,9 +220,9 @@ int initializeProcess()
     return 0;
 }
 
-std::size_t openAndMakeSortKey(unsigned char* out, std::size_t capacity, const unsigned char* utf16be,
-                               std::size_t byteCount, unsigned strengthFlags, LanguageHandle* handle,
-                               ContextRecord* context)
+[[gnu::noinline]] std::size_t openAndMakeSortKey(unsigned char* out, std::size_t capacity, const unsigned char* utf16be,
+                                                 std::size_t byteCount, unsigned strengthFlags, LanguageHandle* handle,
+                                                 ContextRecord* context)
 {
     const SortTable* table = tableOf(handle, context);
     return table == nullptr ? kSortKeyError

@@ -18,18 +18,31 @@ inline constexpr std::size_t kMostShortUnits = 256;
 class ShortBytes
 {
 public:
+    /// The latest bytes, the first one lowest.
+    struct Latest
+    {
+        std::uint64_t m_nBytes = 0;
+        std::size_t m_nSize = 0;
+
+        bool hasRoom(std::size_t count) const noexcept { return m_nSize + count <= sizeof m_nBytes; }
+        /// Up to eight bytes, 0 above them; needs room.
+        void put(std::uint64_t bytes, std::size_t count) noexcept
+        {
+            m_nBytes |= bytes << (8 * m_nSize);
+            m_nSize += count;
+        }
+    };
+
     ShortBytes() noexcept {}  // the block stays as it is
 
-    /// Up to eight bytes, the first one lowest, 0 above them.
     void put(std::uint64_t bytes, std::size_t count) noexcept
     {
-        if (m_nLatestSize + count > sizeof m_nLatest) [[unlikely]] {
-            spill();
+        if (!m_tLatest.hasRoom(count)) [[unlikely]] {
+            m_tLatest = spill(m_tLatest);
         }
-        m_nLatest |= bytes << (8 * m_nLatestSize);
-        m_nLatestSize += count;
+        m_tLatest.put(bytes, count);
     }
-    std::size_t size() const noexcept { return m_nSpilled + m_nLatestSize; }
+    std::size_t size() const noexcept { return m_nSpilled + m_tLatest.m_nSize; }
     /// Copies them to `out`, which has room for them up to `limit`; what lies behind them may be written over.
     unsigned char* copyTo(unsigned char* out, const unsigned char* limit) const noexcept
     {
@@ -37,25 +50,27 @@ public:
             std::memcpy(out, m_aSpilled, m_nSpilled);
             out += m_nSpilled;
         }
-        if (limit - out >= static_cast<std::ptrdiff_t>(sizeof m_nLatest)) [[likely]] {
-            std::memcpy(out, &m_nLatest, sizeof m_nLatest);
+        if (limit - out >= static_cast<std::ptrdiff_t>(sizeof m_tLatest.m_nBytes)) [[likely]] {
+            std::memcpy(out, &m_tLatest.m_nBytes, sizeof m_tLatest.m_nBytes);
         } else {
-            std::memcpy(out, &m_nLatest, m_nLatestSize);
+            std::memcpy(out, &m_tLatest.m_nBytes, m_tLatest.m_nSize);
         }
-        return out + m_nLatestSize;
+        return out + m_tLatest.m_nSize;
+    }
+
+    // Who puts many at once keeps the latest bytes himself meanwhile.
+    Latest latest() const noexcept { return m_tLatest; }
+    void setLatest(Latest latest) noexcept { m_tLatest = latest; }
+    /// Takes them over; returns none.
+    Latest spill(Latest latest) noexcept
+    {
+        std::memcpy(m_aSpilled + m_nSpilled, &latest.m_nBytes, sizeof latest.m_nBytes);
+        m_nSpilled += latest.m_nSize;
+        return {};
     }
 
 private:
-    void spill() noexcept
-    {
-        std::memcpy(m_aSpilled + m_nSpilled, &m_nLatest, sizeof m_nLatest);
-        m_nSpilled += m_nLatestSize;
-        m_nLatest = 0;
-        m_nLatestSize = 0;
-    }
-
-    std::uint64_t m_nLatest = 0;
-    std::size_t m_nLatestSize = 0;
+    Latest m_tLatest;
     std::size_t m_nSpilled = 0;
     /// Up to three bytes for each event, those of long runs, and what the last store writes beyond.
     unsigned char m_aSpilled[4 * kMostShortUnits];
@@ -71,14 +86,33 @@ public:
     {
         const std::size_t run = number - m_nNext;
         m_nNext = number + 1;
-        if (code > kTop && run <= kLongestRun) [[likely]] {
-            // Two bytes, of which the first one falls away where there is no run.
-            const std::size_t hasRun = run != 0 ? 1 : 0;
-            const std::uint64_t both = (kTop + 1 - run) | (std::uint64_t{code} << 8);
-            m_tBytes.put(both >> (8 * (1 - hasRun)), 1 + hasRun);
+        if (isUsual(run, code)) [[likely]] {
+            m_tBytes.put(usualBytes(run, code), usualSize(run));
             return true;
         }
         return addRare(run, code);
+    }
+    /// The same for characters of one element each, the first of which has that number: those that have a bit in
+    /// `uncommon`, with their code in `codes`.
+    bool addAll(std::size_t number, std::uint32_t uncommon, const unsigned char* codes) noexcept
+    {
+        ShortBytes::Latest latest = m_tBytes.latest();
+        std::size_t next = m_nNext;
+        for (; uncommon != 0; uncommon &= uncommon - 1) {
+            const auto lane = static_cast<std::size_t>(__builtin_ctz(uncommon));
+            const std::size_t run = number + lane - next;
+            if (!isUsual(run, codes[lane])) [[unlikely]] {
+                break;
+            }
+            next = number + lane + 1;
+            if (!latest.hasRoom(usualSize(run))) [[unlikely]] {
+                latest = m_tBytes.spill(latest);
+            }
+            latest.put(usualBytes(run, codes[lane]), usualSize(run));
+        }
+        m_tBytes.setLatest(latest);
+        m_nNext = next;
+        return uncommon == 0 || addOneByOne(number, uncommon, codes);
     }
     const ShortBytes& bytes() const noexcept { return m_tBytes; }
 
@@ -86,6 +120,25 @@ private:
     static constexpr std::size_t kLongestRun = kTop - 2;
     static constexpr std::size_t kLongestLowRun = 251;
 
+    /// A higher weight behind a run of one byte, or none.
+    static bool isUsual(std::size_t run, unsigned char code) noexcept { return code > kTop && run <= kLongestRun; }
+    static std::size_t usualSize(std::size_t run) noexcept { return run != 0 ? 2 : 1; }
+    /// Those of the run and the code; the first one falls away where there is no run.
+    static std::uint64_t usualBytes(std::size_t run, unsigned char code) noexcept
+    {
+        const std::uint64_t both = (kTop + 1 - run) | (std::uint64_t{code} << 8);
+        return both >> (run != 0 ? 0 : 8);
+    }
+
+    [[gnu::noinline]] bool addOneByOne(std::size_t number, std::uint32_t uncommon, const unsigned char* codes) noexcept
+    {
+        bool isAdded = true;
+        for (; uncommon != 0; uncommon &= uncommon - 1) {
+            const auto lane = static_cast<std::size_t>(__builtin_ctz(uncommon));
+            isAdded = add(number + lane, codes[lane]) && isAdded;
+        }
+        return isAdded;
+    }
     [[gnu::noinline]] bool addRare(std::size_t run, unsigned char code) noexcept
     {
         if (code <= kTop) {

@@ -84,15 +84,16 @@ bool readSpecial(const SortData& data, const Text& text, std::size_t i, Reading&
     const bool isStart = kind == kStartKind;
     if (isStart ? i + 1 < text.size() : i > 0) {
         const std::size_t other = isStart ? i + 1 : i - 1;
-        const SortEntry beside = text.entryAt(data.m_tPages, other);
-        // Marks beside it may have to move; half a character is not looked up.
-        if (text.isOdd(text[other]) || (beside & entry::kMark) != 0 ||
-            (data.m_tRules.isNormalizing() && (beside & entry::kCare) != 0)) {
+        // Marks beside it may have to move.
+        const SortEntry stops = entry::kMark | (data.m_tRules.isNormalizing() ? entry::kCare : 0);
+        if ((text.entryAt(data.m_tPages, other) & stops) != 0) {
             return false;
         }
         if (const SortEntry* both = opening.find(text[other])) {
             reading.m_nEntry = *both;
             reading.m_nWidth = isStart ? 2 : 1;
+        } else if (text.isOdd(text[other])) {
+            return false;  // half a character
         }
     }
     return (reading.m_nEntry & entry::kSpecial) == 0 || entry::isKind(reading.m_nEntry, kVariableKind);
