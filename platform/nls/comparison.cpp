@@ -2,44 +2,51 @@
 
 #include <algorithm>
 
-#include "sortcursor.h"
+#include "equaltext.h"
 
 namespace vel::nls {
 
-namespace {
+// --------------------------------------------------------------------------------------------------------- CompareSide
 
-/// Reads one text character by character, and the bytes of its primary weights one by one.
-class CompareSide
+/// Also where a mark may have to change places, or is ignored behind a shifted character.
+bool CompareSide::isCut(std::size_t place) const noexcept
 {
-public:
-    CompareSide(const SortData& data, WideText text, std::size_t begin) noexcept
-        : m_rData(data), m_tText(text), m_nNext(begin)
-    {}
+    if (place == 0 || place >= m_tText.size()) {
+        return true;
+    }
+    const SortEntry e = m_tText.entryAt(m_rData.m_tPages, place);
+    const bool mayBeIgnored = m_rData.m_tRules.isShifted() && entry::primaryLength(e) == 0;
+    if ((e & (entry::kMark | entry::kInner)) == 0 && !mayBeIgnored) {
+        return true;
+    }
+    const SortEntry before = m_tText.entryAt(m_rData.m_tPages, place - 1);
+    return !entry::mayJoin(before, e) &&
+           !(mayBeIgnored && ((before & entry::kSpecial) != 0 || entry::primaryLength(before) == 0));
+}
 
-    bool atEnd() const noexcept { return m_nNext == m_tText.size(); }
-    /// The next character; false where it is not simple. A shifted one is passed over, with what it makes ignored.
-    bool next() noexcept;
-
-    std::uint64_t m_nBytes = 0;  ///< primary bytes not yet compared, the first one lowest
-    unsigned m_nLength = 0;
-    unsigned m_nElements = 0;
-    SortEntry m_nEntry = 0;
-
-private:
-    const SortData& m_rData;
-    WideText m_tText;
-    std::size_t m_nNext;
-};
-
-bool CompareSide::next() noexcept
+inline bool CompareSide::take(SortEntry e) noexcept
 {
-    Reading reading{m_tText.entryAt(m_rData.m_tPages, m_nNext), 1};
-    if ((reading.m_nEntry & entry::kCare) != 0 && m_nNext + 1 < m_tText.size()) {
-        // Half a character may be half of a mark.
-        const char32_t behind = m_tText[m_nNext + 1];
-        if (m_tText.isOdd(behind) || (m_rData.m_tPages.find(behind) & entry::kMark) != 0) {
-            return false;
-        }
+    m_nEntry = e;
+    m_nBytes = entry::primaryBytes(e);
+    m_nLength = entry::primaryLength(e);
+    m_nElements = entry::elements(e);
+    return true;
+}
+
+inline bool CompareSide::next() noexcept
+{
+    const SortEntry e = m_tText.entryAt(m_rData.m_tPages, m_nNext);
+    if ((e & (entry::kSpecial | entry::kCare)) != 0) {
+        return nextHard({e, 1});
+    }
+    ++m_nNext;
+    return take(e);
+}
+
+bool CompareSide::nextHard(Reading reading) noexcept
+{
+    if ((reading.m_nEntry & entry::kCare) != 0 && isMarkAt(m_rData.m_tPages, m_tText, m_nNext + 1)) {
+        return false;
     }
     if ((reading.m_nEntry & entry::kSpecial) != 0) {
         if (!readSpecial(m_rData, m_tText, m_nNext, reading) ||
@@ -49,21 +56,17 @@ bool CompareSide::next() noexcept
         }
     }
     m_nNext += reading.m_nWidth;
-    m_nEntry = reading.m_nEntry;
-    if ((m_nEntry & entry::kSpecial) == 0) {
-        m_nBytes = entry::primaryBytes(m_nEntry);
-        m_nLength = entry::primaryLength(m_nEntry);
-        m_nElements = entry::elements(m_nEntry);
-        return true;
+    if ((reading.m_nEntry & entry::kSpecial) == 0) {
+        return take(reading.m_nEntry);
     }
     SyllableReading syllable;
-    if (entry::kind(m_nEntry) == kVariableKind) {
+    if (entry::kind(reading.m_nEntry) == kVariableKind) {
         m_nNext = skipIgnored(m_rData, m_tText, m_nNext);
         // A mark that counts may have to change places with those passed over, which then count as well.
         if (!atEnd() && (m_tText.entryAt(m_rData.m_tPages, m_nNext) & entry::kMark) != 0) {
             return false;
         }
-    } else if (!syllable.read(m_rData.m_tPages, entry::index(m_nEntry))) {
+    } else if (!syllable.read(m_rData.m_tPages, entry::index(reading.m_nEntry))) {
         return false;
     }
     m_nEntry = 0;
@@ -73,147 +76,129 @@ bool CompareSide::next() noexcept
     return true;
 }
 
-class Comparison
-{
-public:
-    Comparison(const SortData& data, WideText a, WideText b, std::size_t begin, SortStrength strength) noexcept
-        : m_tLeft(data, a, begin), m_tRight(data, b, begin), m_eStrength(strength), m_tLower(data)
-    {}
+// ---------------------------------------------------------------------------------------------------------- Comparison
 
-    std::optional<int> run() noexcept
-    {
-        for (;;) {
-            if (m_tLeft.m_nLength == 0 && m_tRight.m_nLength == 0) {
-                if (m_tLeft.atEnd() && m_tRight.atEnd()) {
-                    return result();
-                }
-                if (!readBoth()) {
-                    return std::nullopt;
-                }
-            } else if (!refill(m_tLeft) || !refill(m_tRight)) {
+Comparison::Comparison(const SortData& data, WideText a, WideText b, const Beginning& beginning) noexcept
+    : m_tLeft(data, a), m_tRight(data, b), m_tLower(beginning.m_tLower)
+{
+    moveToCut(beginning.m_nEqual, beginning.m_nPassed);
+}
+
+/// Back from where the texts differ to where nothing before changes what follows.
+void Comparison::moveToCut(std::size_t place, std::size_t least) noexcept
+{
+    while (place > least && !(m_tLeft.isCut(place) && m_tRight.isCut(place))) {
+        --place;
+    }
+    m_tLeft.moveTo(place);
+    m_tRight.moveTo(place);
+}
+
+/// To where the texts differ again. Not where what stands before differs and may change what follows; nor past what a
+/// difference behind it has to know.
+void Comparison::passEqual() noexcept
+{
+    const WideText& left = m_tLeft.text();
+    const WideText& right = m_tRight.text();
+    const std::size_t end = std::min(left.size(), right.size());
+    const std::size_t place = m_tLeft.place();
+    if (place == m_tRight.place() && place < end && left[place] == right[place] && !m_tLower.isOpen() &&
+        m_tLeft.isCut() && m_tRight.isCut()) {
+        moveToCut(equalUpTo(left.data(), right.data(), place + 1, end), place);
+    }
+}
+
+std::optional<int> Comparison::run(SortStrength strength) noexcept
+{
+    for (;;) {
+        if (m_tLeft.m_nLength != 0 || m_tRight.m_nLength != 0) {
+            if (!refill(m_tLeft) || !refill(m_tRight)) {
                 return std::nullopt;
             }
-            if (m_tLeft.m_nLength == 0 || m_tRight.m_nLength == 0) {
-                if (const std::optional<int> order = orderAtEnd()) {
-                    return order;
-                }
-                continue;
+        } else {
+            if (m_tLeft.atEnd() && m_tRight.atEnd()) {
+                return result(strength);
             }
-            if (const int order = takeShared()) {
+            if (!readBoth()) {
+                return std::nullopt;
+            }
+        }
+        if (m_tLeft.m_nLength == 0 || m_tRight.m_nLength == 0) {
+            if (const std::optional<int> order = orderAtEnd()) {
                 return order;
             }
+        } else if (const int order = takeShared()) {
+            return order;
+        } else if (m_tLeft.m_nLength == 0 && m_tRight.m_nLength == 0) {
+            passEqual();
         }
     }
+}
 
-private:
-    /// Both stand between characters: what follows counts on the lower levels as long as it goes in step.
-    bool readBoth() noexcept
-    {
-        if (m_tLeft.atEnd() || m_tRight.atEnd()) {
-            m_bInStep = false;
-            CompareSide& side = m_tLeft.atEnd() ? m_tRight : m_tLeft;
-            return side.next();
-        }
-        if (!m_tLeft.next() || !m_tRight.next()) {
+/// Both stand between characters: what follows counts on the lower levels as long as it goes in step.
+bool Comparison::readBoth() noexcept
+{
+    if (m_tLeft.atEnd() || m_tRight.atEnd()) {
+        m_bInStep = false;
+        CompareSide& side = m_tLeft.atEnd() ? m_tRight : m_tLeft;
+        return side.next();
+    }
+    if (!m_tLeft.next() || !m_tRight.next()) {
+        return false;
+    }
+    m_bInStep = m_bInStep && m_tLeft.m_nLength == m_tRight.m_nLength && m_tLeft.m_nElements == m_tRight.m_nElements;
+    m_tLower.add(m_tLeft.m_nEntry, m_tRight.m_nEntry);
+    return true;
+}
+
+/// One of them has bytes left over: the other one reads on.
+bool Comparison::refill(CompareSide& side) noexcept
+{
+    while (side.m_nLength == 0 && !side.atEnd()) {
+        m_bInStep = false;
+        if (!side.next()) {
             return false;
         }
-        m_bInStep = m_bInStep && m_tLeft.m_nLength == m_tRight.m_nLength && m_tLeft.m_nElements == m_tRight.m_nElements;
-        m_tLower.add(m_tLeft.m_nEntry, m_tRight.m_nEntry);
-        return true;
     }
-
-    /// One of them has bytes left over: the other one reads on.
-    bool refill(CompareSide& side) noexcept
-    {
-        while (side.m_nLength == 0 && !side.atEnd()) {
-            m_bInStep = false;
-            if (!side.next()) {
-                return false;
-            }
-        }
-        return true;
-    }
-
-    /// Where a side has no bytes: it is at its end, or has read what counts on lower levels only.
-    std::optional<int> orderAtEnd() const noexcept
-    {
-        if (m_tLeft.m_nLength != 0 && m_tRight.atEnd()) {
-            return 1;
-        }
-        if (m_tRight.m_nLength != 0 && m_tLeft.atEnd()) {
-            return -1;
-        }
-        return std::nullopt;
-    }
-
-    /// Compares the bytes that both have, and drops equal ones.
-    int takeShared() noexcept
-    {
-        const unsigned shared = std::min(m_tLeft.m_nLength, m_tRight.m_nLength);
-        const std::uint64_t mask = shared == 8 ? ~std::uint64_t{0} : (std::uint64_t{1} << (8 * shared)) - 1;
-        const std::uint64_t difference = (m_tLeft.m_nBytes ^ m_tRight.m_nBytes) & mask;
-        if (difference != 0) {
-            const int shift = __builtin_ctzll(difference) & ~7;
-            return ((m_tLeft.m_nBytes >> shift) & 0xFF) < ((m_tRight.m_nBytes >> shift) & 0xFF) ? -1 : 1;
-        }
-        for (CompareSide* side : {&m_tLeft, &m_tRight}) {
-            side->m_nBytes = shared == 8 ? 0 : side->m_nBytes >> (8 * shared);
-            side->m_nLength -= shared;
-        }
-        return 0;
-    }
-
-    /// All primary weights are equal.
-    std::optional<int> result() const noexcept
-    {
-        if (m_bInStep || m_eStrength == SortStrength::kPrimary) {
-            return m_tLower.order(m_eStrength);
-        }
-        return std::nullopt;
-    }
-
-    CompareSide m_tLeft;
-    CompareSide m_tRight;
-    SortStrength m_eStrength;
-    LowerLevels m_tLower;
-    bool m_bInStep = true;
-};
-
-/// No character below takes part in a sequence behind another one as a mark.
-constexpr char32_t kFirstMark = 0x300;
-
-/// Whether what stands at `i` may be a mark that belongs to what stands before it.
-bool mayBeMark(const SortData& data, WideText text, std::size_t i) noexcept
-{
-    return i < text.size() && text[i] >= kFirstMark &&
-           (text.isOdd(text[i]) || (data.m_tPages.find(text[i]) & entry::kMark) != 0);
+    return true;
 }
 
-/// Back from `i` to where nothing before it changes what follows: so many plain characters stand before that place.
-/// `kCare` says nothing where no mark follows, and a mark is not plain itself.
-std::size_t stepBack(const SortData& data, WideText text, std::size_t i, bool isMarkNext) noexcept
+/// Where a side has no bytes: it is at its end, or has read what counts on lower levels only.
+std::optional<int> Comparison::orderAtEnd() const noexcept
 {
-    const SortEntry stops = entry::kSpecial | entry::kMark | (isMarkNext ? entry::kCare : 0);
-    std::size_t begin = i;
-    for (std::size_t plain = 0; i > 0 && plain < data.m_nCutRun; --i) {
-        const SortEntry e = text.entryAt(data.m_tPages, i - 1);
-        ++plain;
-        if ((e & stops) != 0 || entry::primaryLength(e) == 0) {
-            begin = i - 1;
-            plain = 0;
-        }
+    if (m_tLeft.m_nLength != 0 && m_tRight.atEnd()) {
+        return 1;
     }
-    return begin;
+    if (m_tRight.m_nLength != 0 && m_tLeft.atEnd()) {
+        return -1;
+    }
+    return std::nullopt;
 }
 
-}  // namespace
-
-std::optional<int> compareByBytes(const SortData& data, WideText a, WideText b, std::size_t equal,
-                                  SortStrength strength) noexcept
+/// Compares the bytes that both have, and drops equal ones.
+int Comparison::takeShared() noexcept
 {
-    // Behind the equal part a mark may belong to what stands in it.
-    const std::size_t begin = stepBack(data, a, equal, mayBeMark(data, a, equal) || mayBeMark(data, b, equal));
-    return Comparison(data, a, b, begin, strength).run();
+    const unsigned shared = std::min(m_tLeft.m_nLength, m_tRight.m_nLength);
+    const std::uint64_t mask = shared == 8 ? ~std::uint64_t{0} : (std::uint64_t{1} << (8 * shared)) - 1;
+    const std::uint64_t difference = (m_tLeft.m_nBytes ^ m_tRight.m_nBytes) & mask;
+    if (difference != 0) {
+        const int shift = __builtin_ctzll(difference) & ~7;
+        return ((m_tLeft.m_nBytes >> shift) & 0xFF) < ((m_tRight.m_nBytes >> shift) & 0xFF) ? -1 : 1;
+    }
+    for (CompareSide* side : {&m_tLeft, &m_tRight}) {
+        side->m_nBytes = shared == 8 ? 0 : side->m_nBytes >> (8 * shared);
+        side->m_nLength -= shared;
+    }
+    return 0;
+}
+
+/// All primary weights are equal.
+std::optional<int> Comparison::result(SortStrength strength) const noexcept
+{
+    if (m_bInStep || strength == SortStrength::kPrimary) {
+        return m_tLower.order(strength);
+    }
+    return std::nullopt;
 }
 
 }  // namespace vel::nls

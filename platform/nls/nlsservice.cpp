@@ -240,8 +240,10 @@ std::size_t makeSortKey(unsigned char* out, std::size_t capacity, const unsigned
     return table->makeKey(utf16be, byteCount, strengthOf(strengthFlags), out, capacity);
 }
 
-int openAndCompareTexts(const wchar_t* left, std::size_t leftLength, const wchar_t* right, std::size_t rightLength,
-                        unsigned strengthFlags, LanguageHandle* handle, ContextRecord* context)
+/// Out of line: what opens a table needs a frame.
+[[gnu::noinline]] int openAndCompareTexts(const wchar_t* left, std::size_t leftLength, const wchar_t* right,
+                                          std::size_t rightLength, unsigned strengthFlags, LanguageHandle* handle,
+                                          ContextRecord* context)
 {
     const SortTable* table = tableOf(handle, context);
     return table == nullptr ? 0 : table->compare(left, leftLength, right, rightLength, strengthOf(strengthFlags));

@@ -87,11 +87,11 @@ constexpr bool isPlain(SortEntry e) noexcept
 {
     return (e & (kSpecial | kMark)) == 0;
 }
-/// Whether the second of two characters may be read together with the first. Two of which this is not so part the text:
-/// nothing before that place changes what follows, nor the other way round.
+/// Whether the second of two characters may be read together with the first, or change places with it. Two of which
+/// this is not so part the text: nothing before that place changes what follows, nor the other way round.
 constexpr bool mayJoin(SortEntry first, SortEntry second) noexcept
 {
-    return ((second & kMark) != 0 && (first & (kCare | kSpecial)) != 0) ||
+    return ((second & kMark) != 0 && (first & (kCare | kMark | kSpecial)) != 0) ||
            ((second & kInner) != 0 && (first & kOpen) != 0);
 }
 constexpr SortEntry special(SpecialKind kind, std::uint32_t index = 0) noexcept

@@ -1,92 +1,24 @@
-#include <emmintrin.h>
+// Comparison without keys. The first difference decides mostly; what does not is read on from there, see Comparison;
+// keys decide the rest.
 
 #include <algorithm>
 
 #include "comparison.h"
+#include "equaltext.h"
 #include "tableengine.h"
-
-// Comparison without keys, in three steps: the first difference decides mostly; then texts that differ in characters
-// read by themselves; then what is read together with its neighbours. Keys decide the rest.
 
 namespace vel::nls {
 
 namespace {
 
-// ---------------------------------------------------------------------------------------------------- first difference
-
-/// A bit for each byte in which four characters differ, from the first one on.
-unsigned differencesOfFour(const wchar_t* a, const wchar_t* b) noexcept
+/// Whether the plain characters at `i` of both texts, the first that differ, are read by themselves.
+inline bool areByThemselves(const SortPages& pages, WideText a, WideText b, SortEntry left, SortEntry right,
+                            std::size_t i) noexcept
 {
-    const __m128i left = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a));
-    const __m128i right = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b));
-    return ~static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi32(left, right))) & 0xFFFFU;
-}
-
-/// Of `count` characters, four to eight, the first that differ from `i` on, or `count`.
-std::size_t equalOfEight(const wchar_t* a, const wchar_t* b, std::size_t i = 0, std::size_t count = 8) noexcept
-{
-    const std::size_t last = count - 4;
-    const std::uint64_t differences =
-        differencesOfFour(a, b) | (std::uint64_t{differencesOfFour(a + last, b + last)} << (4 * last));
-    const std::uint64_t stop = std::uint64_t{1} << (4 * count);
-    const std::uint64_t before = (std::uint64_t{1} << (4 * i)) - 1;
-    return static_cast<std::size_t>(__builtin_ctzll((differences & ~before) | stop)) / sizeof(wchar_t);
-}
-
-/// Where the texts differ from `i` on, or `end`. The last characters are read together with some before them, which
-/// saves a loop whose end is hard to foresee.
-inline std::size_t equalUpTo(const wchar_t* a, const wchar_t* b, std::size_t i, std::size_t end) noexcept
-{
-    for (; end - i >= 8; i += 8) {
-        const std::size_t equal = equalOfEight(a + i, b + i);
-        if (equal != 8) {
-            return i + equal;
-        }
-    }
-    if (end >= 8) {
-        const std::size_t begin = end - 8;
-        return begin + equalOfEight(a + begin, b + begin, i - begin);
-    }
-    if (end >= 4) {
-        return equalOfEight(a, b, i, end);
-    }
-    while (i < end && a[i] == b[i]) {
-        ++i;
-    }
-    return i;
-}
-
-/// Which of two characters that are read by themselves is the lower one by its primary weights: -1 or 1; 0 when they
-/// are equal, or what follows decides.
-inline int orderOfPrimaries(SortEntry left, SortEntry right) noexcept
-{
-    const unsigned shared = std::min(entry::primaryLength(left), entry::primaryLength(right));
-    const std::uint64_t mask = (std::uint64_t{1} << (8 * shared)) - 1;
-    if (((left ^ right) & mask) == 0) {
-        return 0;
-    }
-    return __builtin_bswap32(entry::primaryBytes(left)) < __builtin_bswap32(entry::primaryBytes(right)) ? -1 : 1;
-}
-
-/// No character below takes part in a sequence behind another one as a mark.
-constexpr char32_t kFirstMark = 0x300;
-
-/// Whether what stands at `i`, if anything does, may be read together with `e`, which stands before it.
-inline bool mayJoinNext(const SortPages& pages, SortEntry e, WideText text, std::size_t i) noexcept
-{
-    if (i >= text.size() || ((e & entry::kOpen) == 0 && text[i] < kFirstMark)) {
-        return false;
-    }
-    return text.isOdd(text[i]) || entry::mayJoin(e, pages.find(text[i]));
-}
-
-/// Whether the plain character at `i` is read by itself.
-inline bool isByItself(const SortPages& pages, SortEntry e, WideText text, std::size_t i) noexcept
-{
-    if ((e & entry::kInner) != 0 && i > 0 && entry::mayJoin(text.entryAt(pages, i - 1), e)) {
-        return false;
-    }
-    return (e & (entry::kCare | entry::kOpen)) == 0 || !mayJoinNext(pages, e, text, i + 1);
+    return (((left | right) & (entry::kCare | entry::kInner)) == 0) ||
+           (((left & entry::kCare) == 0 || !isMarkAt(pages, a, i + 1)) &&
+            ((right & entry::kCare) == 0 || !isMarkAt(pages, b, i + 1)) &&
+            (((left | right) & entry::kInner) == 0 || i == 0 || (a.entryAt(pages, i - 1) & entry::kOpen) == 0));
 }
 
 /// The order by the characters at `i`, the first that differ, where nothing beside them counts; otherwise 0.
@@ -94,89 +26,53 @@ inline int orderOfFirst(const SortPages& pages, WideText a, WideText b, std::siz
 {
     const SortEntry left = a.entryAt(pages, i);
     const SortEntry right = b.entryAt(pages, i);
-    constexpr SortEntry kBeside = entry::kCare | entry::kInner | entry::kOpen;
-    if (!entry::isPlain(left | right) ||
-        (((left | right) & kBeside) != 0 && !(isByItself(pages, left, a, i) && isByItself(pages, right, b, i)))) {
-        return 0;
-    }
-    return orderOfPrimaries(left, right);
+    return entry::isPlain(left | right) && areByThemselves(pages, a, b, left, right, i) ? orderOfPrimaries(left, right)
+                                                                                        : 0;
 }
 
-// ------------------------------------------------------------------------------------------------------------ in step
-
-/// Whether the special character at `i` is read without what stands before it, or behind nothing but what is equal in
-/// both texts.
-bool beginsAt(const SortPages& pages, SortEntry e, WideText text, std::size_t i) noexcept
+/// The order of a text and one that goes on where the first one ends, if what follows has a primary weight whatever
+/// stands beside it: 1; otherwise 0.
+inline int orderOfRest(const SortPages& pages, WideText longer, std::size_t i) noexcept
 {
-    if ((e & entry::kInner) == 0 || i == 0) {
-        return true;
-    }
-    const SortEntry before = text.entryAt(pages, i - 1);
-    return !entry::mayJoin(before, e) ||
-           (entry::isKind(e, kPrefixKind) && (before & (entry::kSpecial | entry::kInner)) == 0);
+    constexpr SortEntry kBeside = entry::kSpecial | entry::kMark | entry::kInner;
+    const SortEntry e = longer.entryAt(pages, i);
+    return (e & kBeside) == 0 && entry::primaryLength(e) != 0 ? 1 : 0;
 }
 
-/// What begins at `i`, if nothing before or behind it changes it; false where that cannot be seen, or where it has no
-/// primary weight.
-bool readStep(const SortData& data, WideText text, std::size_t i, Reading& reading) noexcept
+/// Whether what stands at `i` of a text may be read together with one of two characters before it.
+bool mayJoin(const SortPages& pages, SortEntry left, SortEntry right, WideText text, std::size_t i) noexcept
 {
-    const SortPages& pages = data.m_tPages;
-    const SortEntry e = text.entryAt(pages, i);
-    reading = {e, 1};
-    if ((e & entry::kMark) != 0) {
-        return false;
-    }
-    if ((e & entry::kSpecial) == 0) {
-        return entry::primaryLength(e) != 0 && isByItself(pages, e, text, i);
-    }
-    if (!beginsAt(pages, e, text, i) || !readSpecial(data, text, i, reading) ||
-        (reading.m_nEntry & entry::kSpecial) != 0 || entry::primaryLength(reading.m_nEntry) == 0) {
-        return false;
-    }
-    // What an opening does not have together with the next character it has alone.
-    const std::size_t next = i + reading.m_nWidth;
-    return (reading.m_nWidth == 1 && entry::isKind(e, kStartKind)) ||
-           !mayJoinNext(pages, text.entryAt(pages, next - 1), text, next);
+    return i < text.size() &&
+           (entry::mayJoin(left, text.entryAt(pages, i)) || entry::mayJoin(right, text.entryAt(pages, i)));
 }
 
-/// From the first difference at `equal` to the next, as long as all that differs is characters read by themselves.
-/// Nothing where it is not, or where a character of one text stands beside two of the other.
-std::optional<int> compareInStep(const SortData& data, WideText a, WideText b, std::size_t equal,
-                                 SortStrength strength) noexcept
+/// From one difference to the next as long as these are characters read by themselves, and of the same primary weights.
+/// The order if one decides, otherwise 0.
+int passLetters(const SortPages& pages, WideText a, WideText b, Beginning& state) noexcept
 {
     const std::size_t end = std::min(a.size(), b.size());
-    LowerLevels lower(data);
-    for (std::size_t i = equal; i < end;) {
-        Reading leftReading;
-        Reading rightReading;
-        if (!readStep(data, a, i, leftReading) || !readStep(data, b, i, rightReading)) {
-            return std::nullopt;
+    while (state.m_nEqual < end) {
+        const std::size_t i = state.m_nEqual;
+        const SortEntry left = a.entryAt(pages, i);
+        const SortEntry right = b.entryAt(pages, i);
+        if (!entry::isPlain(left | right) || entry::primaryLength(left) == 0 ||
+            !areByThemselves(pages, a, b, left, right, i)) {
+            return 0;
         }
-        const SortEntry left = leftReading.m_nEntry;
-        const SortEntry right = rightReading.m_nEntry;
-        if (const int order = orderOfPrimaries(left, right)) {
+        const int order = orderOfPrimaries(left, right);
+        if (order != 0 || ((left ^ right) & (entry::kLength | entry::kElements)) != 0) {
             return order;
         }
-        if (((left ^ right) & (entry::kLength | entry::kElements)) != 0 ||
-            leftReading.m_nWidth != rightReading.m_nWidth) {
-            return std::nullopt;
+        state.m_tLower.add(left, right);
+        state.m_nPassed = state.m_nEqual = i + 1;
+        if (state.m_tLower.isOpen() ||
+            (((left | right) & entry::kOpen) != 0 &&
+             (mayJoin(pages, left, right, a, i + 1) || mayJoin(pages, left, right, b, i + 1)))) {
+            return 0;
         }
-        if (lower.hasSecondary() && data.m_tRules.isFrench() && entry::secondary(left) != entry::secondary(right)) {
-            return std::nullopt;  // the last difference counts, but where a separator stands between them
-        }
-        lower.add(left, right);
-        i = equalUpTo(a.data(), b.data(), i + leftReading.m_nWidth, end);
+        state.m_nEqual = equalUpTo(a.data(), b.data(), i + 1, end);
     }
-    if (a.size() == b.size()) {
-        return lower.order(strength);
-    }
-    // What is left over of the longer one has a primary weight, or may be ignored.
-    const bool isLeftLonger = a.size() > end;
-    Reading left;
-    if (!readStep(data, isLeftLonger ? a : b, end, left)) {
-        return std::nullopt;
-    }
-    return isLeftLonger ? 1 : -1;
+    return 0;
 }
 
 bool hasMoreLevels(const SortData& data, SortStrength strength) noexcept
@@ -195,8 +91,13 @@ int TableEngine::compare(const wchar_t* a, std::size_t na, const wchar_t* b, std
     const std::size_t end = std::min(na, nb);
     // Most pairs differ in the first character: nothing more of them is loaded.
     const std::size_t equal = end == 0 || a[0] != b[0] ? 0 : equalUpTo(a, b, 0, end);
+    const SortPages& pages = m_pData->m_tPages;
     if (equal != end) {
-        if (const int order = orderOfFirst(m_pData->m_tPages, left, right, equal)) {
+        if (const int order = orderOfFirst(pages, left, right, equal)) {
+            return order;
+        }
+    } else if (na != nb) {
+        if (const int order = na > nb ? orderOfRest(pages, left, end) : -orderOfRest(pages, right, end)) {
             return order;
         }
     }
@@ -208,10 +109,13 @@ int TableEngine::compareFurther(WideText a, WideText b, std::size_t equal, SortS
     if (equal == a.size() && equal == b.size()) {
         return 0;
     }
-    std::optional<int> order = compareInStep(*m_pData, a, b, equal, strength);
-    if (!order) {
-        order = compareByBytes(*m_pData, a, b, equal, strength);
+    Beginning state{0, equal, LowerLevels(*m_pData)};
+    if (const int order = passLetters(m_pData->m_tPages, a, b, state)) {
+        return order;
     }
+    const bool isDone = state.m_nEqual == a.size() && state.m_nEqual == b.size();
+    const std::optional<int> order =
+        isDone ? state.m_tLower.order(strength) : Comparison(*m_pData, a, b, state).run(strength);
     // Levels beyond the third decide only where the others are equal.
     if (!order || (*order == 0 && hasMoreLevels(*m_pData, strength))) {
         return SortEngine::compare(a.data(), a.size(), b.data(), b.size(), strength);
