@@ -51,6 +51,8 @@ foreach(library IN ITEMS webi18n webi18n-render)
         DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
 endforeach()
 
+install(FILES webi18n/libwebi18n.3 DESTINATION "${CMAKE_INSTALL_MANDIR}/man3" COMPONENT development)
+
 # In the folders of the repository, so that the links from one document to another hold.
 install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT documents)
 install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" COMPONENT documents FILES_MATCHING PATTERN "*.md")

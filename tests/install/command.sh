@@ -9,7 +9,6 @@ LC_ALL=C grep -q '"locale":"fr-ca"' <("$prefix/bin/webi18n" explain --json 'fr-C
 # Also through a symbolic link, as in a folder of programs.
 ln -sf "$prefix/bin/webi18n" "$prefix/../linked"
 LC_ALL=C grep -q '"locale":"fr-ca"' <("$prefix/../linked" explain --json fr-CA)
-test -s "$prefix/share/man/man1/webi18n.1"
 
 # bash looks for the completion of a command by that name.
 bash -euc 'source "$1" && complete -p webi18n >/dev/null' - "$prefix/share/bash-completion/completions/webi18n"
