@@ -40,8 +40,10 @@ if foreign="$(symbols | grep -vE "^. ((vtable|typeinfo|typeinfo name) for )?(vel
 fi
 
 if ! difference="$(diff <(LC_ALL=C sort -u "$reviewed") <(exported))"; then
-    echo "exports differ from $reviewed (< reviewed, > exported); see exports.sh for how to review them"
+    echo "exports differ from $reviewed (< reviewed, > exported):"
     echo "$difference"
+    echo "If the interface was changed deliberately, review these lines, and then take them with"
+    echo "    ${BASH_SOURCE[0]} $1 --update"
     exit 1
 fi
 echo "$(wc -l <"$reviewed") exported symbols, all reviewed"
