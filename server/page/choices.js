@@ -14,12 +14,6 @@ function makeRow(name, choice, isChecked) {
     return element("label", { class: "choice" }, radio, names, element("code", {}, choice.value || "auto"));
 }
 
-function scrollTo(list, row) {
-    if (row !== null) {
-        list.scrollTop = row.offsetTop - (list.clientHeight - row.offsetHeight) / 2;
-    }
-}
-
 /**
  * Choices have a value, a first and perhaps a second node to show, and words to search in. `id` names the list, its
  * field ("<id>-filter") and where the number found is said ("<id>-count"). `chose` is called with the user's choice.
@@ -42,6 +36,13 @@ export function makeChoices(id, chose) {
         byId(`${id}-count`).textContent = found === rows.length ? all : `${found} of ${all}`;
     }
 
+    function scrollToChosen() {
+        const row = list.querySelector(".choice:has(:checked)");
+        if (row !== null) {
+            list.scrollTop = row.offsetTop - (list.clientHeight - row.offsetHeight) / 2;
+        }
+    }
+
     function show(choices, value) {
         rows = choices.map((choice) => {
             const row = makeRow(id, choice, choice.value === value);
@@ -49,23 +50,17 @@ export function makeChoices(id, chose) {
         });
         list.replaceChildren(...rows.map(({ row }) => row));
         search();
-        scrollTo(list, list.querySelector(".choice:has(:checked)"));
-    }
-
-    /** Chooses it as if the user had, but calls nobody. */
-    function choose(value) {
-        const row = rows.find(({ radio }) => radio.value === value);
-        if (row !== undefined) {
-            row.radio.checked = true;
-            search();
-            scrollTo(list, row.row);
-        }
+        scrollToChosen();
     }
 
     filter.addEventListener("input", () => {
         search();
-        list.scrollTop = 0;
+        if (filter.value === "") {
+            scrollToChosen();
+        } else {
+            list.scrollTop = 0;
+        }
     });
     list.addEventListener("change", (event) => chose(event.target.value));
-    return { show, choose };
+    return { show };
 }

@@ -23,7 +23,7 @@ export const kNarrow = { width: 360, height: 740 };
 export const kMoment = "2026-02-03T16:05:09";
 
 /** How long an answer may take to show, on a machine that is busy with other things. */
-const kPatienceMilliseconds = 15_000;
+const kPatienceMilliseconds = 30_000;
 
 let browser;
 

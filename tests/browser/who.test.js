@@ -87,3 +87,15 @@ test("a locale of the address that is not allowed is told, and the header's is s
         await textBecomes(page, "#locales-filter-fault", "There is no allowed locale tlh; the header's is shown.");
         await textBecomes(page, "#hero-tag", "en-us");
     }));
+
+test("what is chosen stays in sight while the list is searched, and behind it", () =>
+    onPage({ path: "?locale=nb-no" }, async (page) => {
+        await textBecomes(page, "#hero-tag", "nb-no");
+        await page.fill("#locales-filter", "deutsch");
+        const codes = await textsOf(page, "#locales .choice:visible code");
+        assert.ok(codes.includes("nb-no") && codes.includes("de-at") && !codes.includes("fr-ca"), codes.join(" "));
+        await page.fill("#locales-filter", "");
+        const [list, row] = await Promise.all(
+            ["#locales", "#locales .choice:has(:checked)"].map((each) => page.locator(each).boundingBox()));
+        assert.ok(row.y >= list.y && row.y + row.height <= list.y + list.height, "the chosen row is inside the list");
+    }));
