@@ -1,26 +1,19 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "charactersets.h"
+#include "loggedload.h"
 
 // The file of definitions: what is read of it, and what is written to the log.
 
 namespace {
 
 using namespace testsupport;
-using testing::ElementsAre;
-using testing::Pair;
-using vel::CharacterSetResolver;
-using vel::Handle;
-using vel::makeHandle;
 using vel::String;
 
 constexpr const wchar_t* kSource = L"vel.i18n.charsetResolver.defsLoad";
 
-/// A load of the bytes under a capture.
-struct LoggedLoad
+/// A load of a file with these bytes.
+struct DefinitionsLoad : LoggedLoad
 {
-    explicit LoggedLoad(const std::string& bytes, vel::LogSeverity least = vel::kLogInformation)
+    explicit DefinitionsLoad(const std::string& bytes, vel::LogSeverity least = vel::kLogInformation)
+        : LoggedLoad(kSource, L"defsFile")
     {
         const LogCapture log(least);
         m_sPath = m_tFile.write(bytes);
@@ -37,36 +30,29 @@ struct LoggedLoad
         const auto found = m_hResolver->getCharacterSetDefinition(label);
         return found.isNull() ? String(L"none") : outline(*found);
     }
-    /// Expects the warnings, each behind the loading message, with their source and property.
     void expectWarnings(const std::vector<String>& texts) const
     {
-        ASSERT_EQ(texts.size() + 1, m_vRecords.size());
-        for (std::size_t i = 0; i < texts.size(); ++i) {
-            const StoredRecord& record = m_vRecords[i + 1];
-            EXPECT_EQ(texts[i], record.text());
-            EXPECT_EQ(vel::kLogWarning, record.m_eSeverity);
-            EXPECT_EQ(kSource, record.m_sSource);
-            EXPECT_THAT(record.m_tProperties, ElementsAre(Pair(L"defsFile", m_sPath.standard())));
+        std::vector<Expected> warnings;
+        for (const String& each : texts) {
+            warnings.emplace_back(vel::kLogWarning, each);
         }
+        expectRecords(warnings);
     }
 
-    MemoryFile m_tFile;
-    String m_sPath;
-    Handle<CharacterSetResolver> m_hResolver = makeHandle<CharacterSetResolver>();
-    std::vector<StoredRecord> m_vRecords;
     bool m_bThrew = false;
 };
 
 TEST(DefinitionsFile, DefinitionsAreReadWithTheirImplementationsInOrder)
 {
-    const LoggedLoad load(rooted(setElement("Latin", {"windows-1252", "iso-8859-1"}) + setElement("u", {"utf-8"})));
+    const DefinitionsLoad load(
+        rooted(setElement("Latin", {"windows-1252", "iso-8859-1"}) + setElement("u", {"utf-8"})));
     EXPECT_EQ(String(L"Latin: Latin -> windows-1252 iso-8859-1*\nu: u -> utf-8*\n"), outline(*load.m_hResolver));
     load.expectWarnings({});
 }
 
 TEST(DefinitionsFile, TheLoadingMessageStandsBeforeThePropertyIsAttached)
 {
-    const LoggedLoad load("<any/>");
+    const DefinitionsLoad load("<any/>");
     ASSERT_EQ(1U, load.m_vRecords.size());
     const StoredRecord& record = load.m_vRecords.front();
     EXPECT_EQ(L"Loading character set definitions file " + load.m_sPath.standard() + L".", record.text().standard());
@@ -79,12 +65,12 @@ TEST(DefinitionsFile, TheRootMayHaveAnyName)
 {
     EXPECT_EQ(
         String(L"x -> utf-8*"),
-        LoggedLoad("<characterSet name=\"y\">" + setElement("x", {"utf-8"}) + "</characterSet>").definition(L"x"));
+        DefinitionsLoad("<characterSet name=\"y\">" + setElement("x", {"utf-8"}) + "</characterSet>").definition(L"x"));
 }
 
 TEST(DefinitionsFile, OnlyChildrenOfTheNamesCountAndOthersAreIgnored)
 {
-    const LoggedLoad load(
+    const DefinitionsLoad load(
         rooted("<group>" + setElement("deep", {"utf-8"}) +
                "</group><characterset name=\"low\"><impl>utf-8</impl>"
                "</characterset><characterSetList name=\"list\"/>text<characterSet name=\"x\" label=\"y\" other=\"z\">"
@@ -95,15 +81,17 @@ TEST(DefinitionsFile, OnlyChildrenOfTheNamesCountAndOthersAreIgnored)
 
 TEST(DefinitionsFile, ElementsMatchByTheirLocalNames)
 {
-    EXPECT_EQ(String(L"x -> utf-8*"),
-              LoggedLoad("<v:r xmlns:v=\"u\"><v:characterSet name=\"x\"><v:impl>utf-8</v:impl></v:characterSet></v:r>")
-                  .definition(L"x"));
+    EXPECT_EQ(
+        String(L"x -> utf-8*"),
+        DefinitionsLoad("<v:r xmlns:v=\"u\"><v:characterSet name=\"x\"><v:impl>utf-8</v:impl></v:characterSet></v:r>")
+            .definition(L"x"));
 }
 
 TEST(DefinitionsFile, AMissingOrEmptyNameIsAWarningWithTheElementAndSkipsIt)
 {
-    const LoggedLoad load(rooted("<characterSet Name='x'><impl>utf-8</impl></characterSet><characterSet name=''/>" +
-                                 setElement("x", {"utf-8"})));
+    const DefinitionsLoad load(
+        rooted("<characterSet Name='x'><impl>utf-8</impl></characterSet><characterSet name=''/>" +
+               setElement("x", {"utf-8"})));
     load.expectWarnings(
         {L"'name' attribute missing on element: <characterSet Name=\"x\"><impl>utf-8</impl>"
          L"</characterSet>",
@@ -113,7 +101,7 @@ TEST(DefinitionsFile, AMissingOrEmptyNameIsAWarningWithTheElementAndSkipsIt)
 
 TEST(DefinitionsFile, ASecondElementOfANameIsAWarningAndSkippedInAnyCase)
 {
-    const LoggedLoad load(
+    const DefinitionsLoad load(
         rooted(setElement("x", {"utf-8"}) + setElement("X", {"koi8-r"}) + setElement("y", {"utf-8"})));
     load.expectWarnings({L"Duplicate character set definition: X"});
     EXPECT_EQ(String(L"x: x -> utf-8*\ny: y -> utf-8*\n"), outline(*load.m_hResolver));
@@ -121,13 +109,13 @@ TEST(DefinitionsFile, ASecondElementOfANameIsAWarningAndSkippedInAnyCase)
 
 TEST(DefinitionsFile, ADuplicatesImplementationsAreNotLookedAt)
 {
-    const LoggedLoad load(rooted(setElement("x", {"utf-8"}) + setElement("x", {""})));
+    const DefinitionsLoad load(rooted(setElement("x", {"utf-8"}) + setElement("x", {""})));
     load.expectWarnings({L"Duplicate character set definition: x"});
 }
 
 TEST(DefinitionsFile, AnEmptyImplementationIsAWarningWithTheDefinitionsElement)
 {
-    const LoggedLoad load(rooted("<characterSet name='x'><impl/><impl>utf-8</impl><impl></impl></characterSet>"));
+    const DefinitionsLoad load(rooted("<characterSet name='x'><impl/><impl>utf-8</impl><impl></impl></characterSet>"));
     const String text =
         L"No implementation given on element: <characterSet name=\"x\"><impl/><impl>utf-8</impl>"
         L"<impl/></characterSet>";
@@ -138,7 +126,7 @@ TEST(DefinitionsFile, AnEmptyImplementationIsAWarningWithTheDefinitionsElement)
 TEST(DefinitionsFile, AnImplementationIsNotTrimmed)
 {
     // The library's names know blanks only within; a line feed belongs to no name.
-    const LoggedLoad load(rooted(setElement("x", {"\nno-such-transcoder\n", "utf-8"})));
+    const DefinitionsLoad load(rooted(setElement("x", {"\nno-such-transcoder\n", "utf-8"})));
     EXPECT_EQ(String(L"x -> utf-8*"), load.definition(L"x"));
     load.expectWarnings({});
 }
@@ -146,27 +134,27 @@ TEST(DefinitionsFile, AnImplementationIsNotTrimmed)
 TEST(DefinitionsFile, TheTextOfAnImplementationIsAllTextInIt)
 {
     EXPECT_EQ(String(L"x -> utf-8*"),
-              LoggedLoad(rooted("<characterSet name='x'><impl>ut<b>f-</b><!-- . -->8</impl></characterSet>"))
+              DefinitionsLoad(rooted("<characterSet name='x'><impl>ut<b>f-</b><!-- . -->8</impl></characterSet>"))
                   .definition(L"x"));
 }
 
 TEST(DefinitionsFile, ADefinitionOfUnknownImplementationsIsDroppedWithoutAWord)
 {
-    const LoggedLoad load(rooted(setElement("x", {"no-such-transcoder"}) + setElement("y", {})));
+    const DefinitionsLoad load(rooted(setElement("x", {"no-such-transcoder"}) + setElement("y", {})));
     load.expectWarnings({});
     EXPECT_EQ(String(), outline(*load.m_hResolver));
 }
 
 TEST(DefinitionsFile, ALaterElementOfADroppedNameIsNoDuplicate)
 {
-    const LoggedLoad load(rooted(setElement("x", {"no-such-transcoder"}) + setElement("X", {"utf-8"})));
+    const DefinitionsLoad load(rooted(setElement("x", {"no-such-transcoder"}) + setElement("X", {"utf-8"})));
     load.expectWarnings({});
     EXPECT_EQ(String(L"X -> utf-8*"), load.definition(L"x"));
 }
 
 TEST(DefinitionsFile, ASecondLoadAddsAndReportsWhatIsKnown)
 {
-    LoggedLoad load(rooted(setElement("x", {"utf-8"})));
+    DefinitionsLoad load(rooted(setElement("x", {"utf-8"})));
     const LogCapture log;
     load.m_hResolver->loadCharacterSetDefinitions(
         load.m_tFile.write(rooted(setElement("X", {"koi8-r"}) + setElement("y", {"koi8-r"}))));
@@ -177,7 +165,7 @@ TEST(DefinitionsFile, ASecondLoadAddsAndReportsWhatIsKnown)
 
 TEST(DefinitionsFile, AFileThatCannotBeReadThrowsAndAddsNothing)
 {
-    const LoggedLoad load("<root>" + setElement("x", {"utf-8"}));
+    const DefinitionsLoad load("<root>" + setElement("x", {"utf-8"}));
     EXPECT_TRUE(load.m_bThrew);
     EXPECT_EQ(1U, load.m_vRecords.size());
     EXPECT_EQ(String(), outline(*load.m_hResolver));
@@ -187,7 +175,7 @@ TEST(DefinitionsFile, AFileThatCannotBeReadThrowsAndAddsNothing)
 TEST(DefinitionsFile, SourceAndPropertyAreGoneAfterwards)
 {
     for (const char* bytes : {"<root/>", "<root>"}) {
-        const LoggedLoad load(bytes);
+        const DefinitionsLoad load(bytes);
         EXPECT_EQ(nullptr, vel::ScopedLogSource::current());
         EXPECT_EQ(nullptr, vel::ScopedLogProperty::current());
     }
@@ -195,14 +183,14 @@ TEST(DefinitionsFile, SourceAndPropertyAreGoneAfterwards)
 
 TEST(DefinitionsFile, ASinkForWarningsGetsNoInformation)
 {
-    const LoggedLoad load(rooted("<characterSet/>"), vel::kLogWarning);
+    const DefinitionsLoad load(rooted("<characterSet/>"), vel::kLogWarning);
     ASSERT_EQ(1U, load.m_vRecords.size());
     EXPECT_EQ(String(L"'name' attribute missing on element: <characterSet/>"), load.m_vRecords[0].text());
 }
 
 TEST(DefinitionsFile, InsertsInAFilesTextAreShownAsTheyStand)
 {
-    const LoggedLoad load(rooted(setElement("%1", {"utf-8"}) + setElement("%1", {"utf-8"})));
+    const DefinitionsLoad load(rooted(setElement("%1", {"utf-8"}) + setElement("%1", {"utf-8"})));
     load.expectWarnings({L"Duplicate character set definition: %1"});
 }
 
@@ -212,9 +200,9 @@ TEST(DefinitionsFile, TheEncodingIsThatOfTheByteOrderMark)
     for (const char each : rooted(setElement("x", {"utf-8"}))) {
         utf16.append(1, '\0').append(1, each);
     }
-    EXPECT_EQ(String(L"x -> utf-8*"), LoggedLoad(utf16).definition(L"x"));
+    EXPECT_EQ(String(L"x -> utf-8*"), DefinitionsLoad(utf16).definition(L"x"));
     EXPECT_EQ(String(L"\u00E9 -> utf-8*"),
-              LoggedLoad("\xEF\xBB\xBF" + rooted(setElement("\xC3\xA9", {"utf-8"}))).definition(L"\u00C9"));
+              DefinitionsLoad("\xEF\xBB\xBF" + rooted(setElement("\xC3\xA9", {"utf-8"}))).definition(L"\u00C9"));
 }
 
 }  // namespace

@@ -1,26 +1,19 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "charactersets.h"
+#include "loggedload.h"
 
 // The file of lists: what is read of it, and what is written to the log.
 
 namespace {
 
 using namespace testsupport;
-using testing::ElementsAre;
-using testing::Pair;
-using vel::CharacterSetResolver;
-using vel::Handle;
-using vel::makeHandle;
 using vel::String;
 
 constexpr const wchar_t* kSource = L"vel.i18n.charsetResolver.listsLoad";
 
-/// A load of lists over kThreeSets, under a capture.
-struct LoggedLoad
+/// A load of lists over kThreeSets.
+struct ListsLoad : LoggedLoad
 {
-    explicit LoggedLoad(const std::string& elements, const std::string& definitions = kThreeSets)
+    explicit ListsLoad(const std::string& elements, const std::string& definitions = kThreeSets)
+        : LoggedLoad(kSource, L"listsFile")
     {
         loadDefinitions(*m_hResolver, definitions);
         m_sPath = m_tFile.write(rooted(elements));
@@ -29,34 +22,18 @@ struct LoggedLoad
         m_vRecords = log.records();
     }
     String list(const String& name) const { return listIn(*m_hResolver, name); }
-    void expectRecords(const std::vector<std::pair<vel::LogSeverity, String>>& expected) const
-    {
-        ASSERT_EQ(expected.size() + 1, m_vRecords.size());
-        for (std::size_t i = 0; i < expected.size(); ++i) {
-            const StoredRecord& record = m_vRecords[i + 1];
-            EXPECT_EQ(expected[i].second, record.text());
-            EXPECT_EQ(expected[i].first, record.m_eSeverity);
-            EXPECT_EQ(kSource, record.m_sSource);
-            EXPECT_THAT(record.m_tProperties, ElementsAre(Pair(L"listsFile", m_sPath.standard())));
-        }
-    }
-
-    Handle<CharacterSetResolver> m_hResolver = makeHandle<CharacterSetResolver>();
-    MemoryFile m_tFile;
-    String m_sPath;
-    std::vector<StoredRecord> m_vRecords;
 };
 
 TEST(ListsFile, EntriesStandInOrderUnderTheirLabels)
 {
-    const LoggedLoad load(listElement("l", entry("B") + entry("a", "label=\"Utf-8\"") + entry("c") + entry("B")));
+    const ListsLoad load(listElement("l", entry("B") + entry("a", "label=\"Utf-8\"") + entry("c") + entry("B")));
     EXPECT_EQ(String(L"B=b Utf-8=a c=c B=b*"), load.list(L"L"));
     load.expectRecords({});
 }
 
 TEST(ListsFile, TheLoadingMessageStandsBeforeThePropertyIsAttached)
 {
-    const LoggedLoad load("");
+    const ListsLoad load("");
     ASSERT_EQ(1U, load.m_vRecords.size());
     const StoredRecord& record = load.m_vRecords.front();
     EXPECT_EQ(L"Loading character set lists file " + load.m_sPath.standard() + L".", record.text().standard());
@@ -67,35 +44,35 @@ TEST(ListsFile, TheLoadingMessageStandsBeforeThePropertyIsAttached)
 
 TEST(ListsFile, AnEmptyLabelTakesTheNameAsItIsWritten)
 {
-    EXPECT_EQ(String(L"A=a*"), LoggedLoad(listElement("l", entry("A", "label=\"\""))).list(L"l"));
+    EXPECT_EQ(String(L"A=a*"), ListsLoad(listElement("l", entry("A", "label=\"\""))).list(L"l"));
 }
 
 TEST(ListsFile, EntriesShareTheResolversDefinitions)
 {
-    const LoggedLoad load(listElement("l", entry("a")));
+    const ListsLoad load(listElement("l", entry("a")));
     EXPECT_TRUE(load.m_hResolver->getCharacterSetList(L"l")->definitions_begin()->second ==
                 load.m_hResolver->getCharacterSetDefinition(L"a"));
 }
 
 TEST(ListsFile, OwnCharacterSetsStandBeforeThoseOfOtherListsWhereverTheyAreWritten)
 {
-    const LoggedLoad load(listElement("first", entry("a", "label=\"f\"")) + listElement("second", entry("c")) +
-                          listElement("l", including("second") + entry("b") + including("FIRST") + entry("a")));
+    const ListsLoad load(listElement("first", entry("a", "label=\"f\"")) + listElement("second", entry("c")) +
+                         listElement("l", including("second") + entry("b") + including("FIRST") + entry("a")));
     EXPECT_EQ(String(L"b=b a=a c=c f=a*"), load.list(L"l"));
     load.expectRecords({});
 }
 
 TEST(ListsFile, AnIncludedListGivesAllItsEntriesWithTheirLabels)
 {
-    const LoggedLoad load(listElement("x", entry("a", "label=\"1\"") + entry("b", "label=\"2\"")) +
-                          listElement("l", including("x") + including("X")));
+    const ListsLoad load(listElement("x", entry("a", "label=\"1\"") + entry("b", "label=\"2\"")) +
+                         listElement("l", including("x") + including("X")));
     EXPECT_EQ(String(L"1=a 2=b 1=a 2=b*"), load.list(L"l"));
 }
 
 TEST(ListsFile, AListWithoutANameIsAWarningWithItsElement)
 {
-    const LoggedLoad load("<characterSetList label='x'>" + entry("nowhere") + "</characterSetList>" +
-                          listElement("", entry("a")));
+    const ListsLoad load("<characterSetList label='x'>" + entry("nowhere") + "</characterSetList>" +
+                         listElement("", entry("a")));
     load.expectRecords({{vel::kLogWarning,
                          L"'name' attribute missing on element: <characterSetList label=\"x\">"
                          L"<characterSet name=\"nowhere\"/></characterSetList>"},
@@ -107,7 +84,7 @@ TEST(ListsFile, AListWithoutANameIsAWarningWithItsElement)
 
 TEST(ListsFile, AChildWithoutANameIsAWarningWithItsElementAndSkipped)
 {
-    const LoggedLoad load(listElement("l", "<characterSetList/><characterSet label='x'/>" + entry("a")));
+    const ListsLoad load(listElement("l", "<characterSetList/><characterSet label='x'/>" + entry("a")));
     load.expectRecords({{vel::kLogWarning, L"'name' attribute missing on element: <characterSet label=\"x\"/>"},
                         {vel::kLogWarning, L"'name' attribute missing on element: <characterSetList/>"}});
     EXPECT_EQ(String(L"a=a*"), load.list(L"l"));
@@ -115,29 +92,29 @@ TEST(ListsFile, AChildWithoutANameIsAWarningWithItsElementAndSkipped)
 
 TEST(ListsFile, AnEntryWithoutADefinitionIsAMinorWarningWithItsName)
 {
-    const LoggedLoad load(listElement("l", entry("Nowhere", "label=\"a\"") + entry("a")));
+    const ListsLoad load(listElement("l", entry("Nowhere", "label=\"a\"") + entry("a")));
     load.expectRecords({{vel::kLogMinorWarning, L"No matching character set definition found: Nowhere."}});
     EXPECT_EQ(String(L"a=a*"), load.list(L"l"));
 }
 
 TEST(ListsFile, ADefinitionThatWasDroppedIsNotFound)
 {
-    const LoggedLoad load(listElement("l", entry("x") + entry("y")),
-                          setElement("x", {"no-such-transcoder"}) + setElement("y", {"utf-8"}));
+    const ListsLoad load(listElement("l", entry("x") + entry("y")),
+                         setElement("x", {"no-such-transcoder"}) + setElement("y", {"utf-8"}));
     load.expectRecords({{vel::kLogMinorWarning, L"No matching character set definition found: x."}});
     EXPECT_EQ(String(L"y=y*"), load.list(L"l"));
 }
 
 TEST(ListsFile, AnUnknownListIsAWarningWithItsName)
 {
-    const LoggedLoad load(listElement("l", including("Nowhere") + entry("a")));
+    const ListsLoad load(listElement("l", including("Nowhere") + entry("a")));
     load.expectRecords({{vel::kLogWarning, L"No matching character set list found: Nowhere."}});
     EXPECT_EQ(String(L"a=a*"), load.list(L"l"));
 }
 
 TEST(ListsFile, AListWhoseEveryEntryIsDroppedIsNotThereForLaterReferences)
 {
-    const LoggedLoad load(listElement("empty", entry("nowhere")) + listElement("l", including("empty") + entry("b")));
+    const ListsLoad load(listElement("empty", entry("nowhere")) + listElement("l", including("empty") + entry("b")));
     load.expectRecords({{vel::kLogMinorWarning, L"No matching character set definition found: nowhere."},
                         {vel::kLogWarning, L"No matching character set list found: empty."}});
     EXPECT_EQ(String(L"no list"), load.list(L"empty"));
@@ -146,7 +123,7 @@ TEST(ListsFile, AListWhoseEveryEntryIsDroppedIsNotThereForLaterReferences)
 
 TEST(ListsFile, OfTwoListsOfOneNameTheFirstIsKeptWithoutAMessage)
 {
-    const LoggedLoad load(listElement("l", entry("a")) + listElement("L", entry("b")));
+    const ListsLoad load(listElement("l", entry("a")) + listElement("L", entry("b")));
     load.expectRecords({});
     EXPECT_EQ(String(L"a=a*"), load.list(L"l"));
     EXPECT_EQ(1U, load.m_hResolver->getCharacterSetLists().size());
@@ -154,8 +131,8 @@ TEST(ListsFile, OfTwoListsOfOneNameTheFirstIsKeptWithoutAMessage)
 
 TEST(ListsFile, AListIncludesOnlyListsBeforeItAndNotItself)
 {
-    const LoggedLoad load(listElement("l", entry("a") + including("l") + including("later")) +
-                          listElement("later", entry("b")));
+    const ListsLoad load(listElement("l", entry("a") + including("l") + including("later")) +
+                         listElement("later", entry("b")));
     load.expectRecords({{vel::kLogWarning, L"No matching character set list found: l."},
                         {vel::kLogWarning, L"No matching character set list found: later."}});
     EXPECT_EQ(String(L"a=a*"), load.list(L"l"));
@@ -163,8 +140,8 @@ TEST(ListsFile, AListIncludesOnlyListsBeforeItAndNotItself)
 
 TEST(ListsFile, AListThatNamesItselfTakesInAnEarlierOneOfItsName)
 {
-    const LoggedLoad load(listElement("l", entry("a")) + listElement("L", entry("b") + including("l")) +
-                          listElement("m", including("L")));
+    const ListsLoad load(listElement("l", entry("a")) + listElement("L", entry("b") + including("l")) +
+                         listElement("m", including("L")));
     load.expectRecords({});
     EXPECT_EQ(String(L"a=a*"), load.list(L"l"));
     EXPECT_EQ(String(L"a=a*"), load.list(L"m"));
@@ -172,11 +149,11 @@ TEST(ListsFile, AListThatNamesItselfTakesInAnEarlierOneOfItsName)
 
 TEST(ListsFile, OnlyChildrenOfTheTwoNamesCount)
 {
-    const LoggedLoad load("<g>" + listElement("deep", entry("a")) + "</g><characterSet name=\"a\"/>" +
-                          "<charactersetlist name=\"low\">" + entry("a") + "</charactersetlist>" +
-                          listElement("l", "text<g>" + entry("a") + "</g><characterset name=\"a\"/>" +
-                                               "<characterSetList name=\"inner\">" + entry("a") +
-                                               "</characterSetList>" + entry("b", "other=\"x\"")));
+    const ListsLoad load("<g>" + listElement("deep", entry("a")) + "</g><characterSet name=\"a\"/>" +
+                         "<charactersetlist name=\"low\">" + entry("a") + "</charactersetlist>" +
+                         listElement("l", "text<g>" + entry("a") + "</g><characterset name=\"a\"/>" +
+                                              "<characterSetList name=\"inner\">" + entry("a") + "</characterSetList>" +
+                                              entry("b", "other=\"x\"")));
     load.expectRecords({{vel::kLogWarning, L"No matching character set list found: inner."}});
     EXPECT_EQ(String(L"l: b=b*\n"), outline(*load.m_hResolver).substring(outline(*load.m_hResolver).find(L"l: b")));
     EXPECT_EQ(1U, load.m_hResolver->getCharacterSetLists().size());
@@ -184,7 +161,7 @@ TEST(ListsFile, OnlyChildrenOfTheTwoNamesCount)
 
 TEST(ListsFile, LoadedBeforeTheDefinitionsThereAreMessagesAndNoLists)
 {
-    const LoggedLoad load(listElement("l", entry("a") + entry("b")), "");
+    const ListsLoad load(listElement("l", entry("a") + entry("b")), "");
     load.expectRecords({{vel::kLogMinorWarning, L"No matching character set definition found: a."},
                         {vel::kLogMinorWarning, L"No matching character set definition found: b."}});
     EXPECT_TRUE(load.m_hResolver->getCharacterSetLists().empty());
@@ -192,7 +169,7 @@ TEST(ListsFile, LoadedBeforeTheDefinitionsThereAreMessagesAndNoLists)
 
 TEST(ListsFile, ASecondLoadAddsKeepsAndTakesInWhatIsThere)
 {
-    const LoggedLoad load(listElement("l", entry("a")));
+    const ListsLoad load(listElement("l", entry("a")));
     const LogCapture log;
     loadLists(*load.m_hResolver, listElement("L", entry("b")) + listElement("m", including("l") + entry("c")));
     EXPECT_EQ(1U, log.records().size());
@@ -202,7 +179,7 @@ TEST(ListsFile, ASecondLoadAddsKeepsAndTakesInWhatIsThere)
 
 TEST(ListsFile, AFileThatCannotBeReadThrowsAndAddsNothing)
 {
-    const LoggedLoad load(listElement("l", entry("a")));
+    const ListsLoad load(listElement("l", entry("a")));
     const String before = outline(*load.m_hResolver);
     EXPECT_THROW(load.m_hResolver->loadCharacterSetLists(load.m_tFile.write("<root>" + listElement("m", entry("a")))),
                  vel::XmlException);
