@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "codecs.h"
+#include "multibytebuilder.h"
 #include "multibyteloop.h"
 
 namespace vel::transcoding_details {
@@ -30,6 +31,11 @@ constexpr bool isIdeographic(std::uint32_t code) noexcept
 
 struct DoubleByteTables
 {
+    /// False when the bytes have no place in the tables.
+    bool add(const EncodedCharacter& character);
+    bool buildDecoding(const SetMapping& mapping);
+    void close();
+
     MultiByteTables m_tCommon;
     PagedTable<std::uint16_t> m_tThreeBytes;  ///< the second and third byte of three, the second one lower
     DoubleByteRows m_tThreeByteRows;
@@ -99,24 +105,23 @@ private:
     DoubleByteTables m_tTables;
 };
 
-/// False when the bytes have no place in the tables.
-bool addEncoding(DoubleByteTables& tables, const EncodedCharacter& character)
+bool DoubleByteTables::add(const EncodedCharacter& character)
 {
     const ByteSequence bytes = character.m_tBytes;
     if (character.m_nCode > 0xFFFF) {
-        tables.m_vEncoded.push_back(
+        m_vEncoded.push_back(
             {static_cast<std::uint16_t>(character.m_nCode), static_cast<std::uint16_t>(bytes.m_nBytes)});
         return bytes.m_nLength == 2 && isIdeographic(character.m_nCode);
     }
     if (bytes.m_nLength == 3) {
-        tables.m_tThreeBytes.set(character.m_nCode, static_cast<std::uint16_t>(bytes.m_nBytes));
+        m_tThreeBytes.set(character.m_nCode, static_cast<std::uint16_t>(bytes.m_nBytes));
         return bytes.m_nBytes >> 16 == kThreeByteLead;
     }
     if (bytes.m_nBytes == 0) {
-        tables.m_tCommon.m_bNull = true;
+        m_tCommon.m_bNull = true;
         return character.m_nCode == 0 && bytes.m_nLength == 1;
     }
-    tables.m_tCommon.m_tBytes.set(character.m_nCode, storedValue(bytes));
+    m_tCommon.m_tBytes.set(character.m_nCode, storedValue(bytes));
     // Two bytes of which the second one is zero would read as one.
     return bytes.m_nLength == 1 || storedValue(bytes) > 0xFF;
 }
@@ -151,49 +156,37 @@ std::vector<std::uint32_t> secondLeads(const SetMapping& mapping)
     return leads;
 }
 
-bool buildDecoding(const SetMapping& mapping, DoubleByteTables& tables)
+bool DoubleByteTables::buildDecoding(const SetMapping& mapping)
 {
-    const auto leads = buildSingles(mapping, tables.m_tCommon);
+    const auto leads = buildSingles(mapping, m_tCommon);
     if (!leads) {
         return false;
     }
-    tables.m_tCommon.m_tDoubles.build(*leads, leastTrail(mapping, *leads),
-                                      [&](std::uint32_t lead, std::uint32_t trail) {
-                                          return decodedValue(mapping, {lead << 8 | trail, 2}, tables);
-                                      });
+    m_tCommon.m_tDoubles.build(*leads, leastTrail(mapping, *leads), [&](std::uint32_t lead, std::uint32_t trail) {
+        return decodedValue(mapping, {lead << 8 | trail, 2}, *this);
+    });
     if (std::find(leads->begin(), leads->end(), kThreeByteLead) != leads->end()) {
         const std::vector<std::uint32_t> seconds = secondLeads(mapping);
-        tables.m_bThreeBytes = !seconds.empty();
-        tables.m_tThreeByteRows.build(seconds, 0xA1, [&](std::uint32_t second, std::uint32_t third) {
-            return decodedValue(mapping, {kThreeByteLead << 16 | second << 8 | third, 3}, tables);
+        m_bThreeBytes = !seconds.empty();
+        m_tThreeByteRows.build(seconds, 0xA1, [&](std::uint32_t second, std::uint32_t third) {
+            return decodedValue(mapping, {kThreeByteLead << 16 | second << 8 | third, 3}, *this);
         });
     }
-    return tables.m_bHoldsAll && tables.m_vDecoded.size() <= kMostSupplementary;
+    return m_bHoldsAll && m_vDecoded.size() <= kMostSupplementary;
+}
+
+void DoubleByteTables::close()
+{
+    m_tThreeBytes.close();
+    m_vEncoded.shrink_to_fit();
+    m_vDecoded.shrink_to_fit();
 }
 
 }  // namespace
 
 Handle<const Codec> buildDoubleByteCodec(const SetMapping& mapping)
 {
-    const auto encodings = mapping.encodings(0x10FFFF, 3);
-    if (!encodings) {
-        return {};
-    }
-    DoubleByteTables tables;
-    for (const EncodedCharacter& each : *encodings) {
-        if (!addEncoding(tables, each)) {
-            return {};
-        }
-    }
-    if (!buildDecoding(mapping, tables)) {
-        return {};
-    }
-    tables.m_tCommon.m_tBytes.close();
-    tables.m_tThreeBytes.close();
-    tables.m_vEncoded.shrink_to_fit();
-    tables.m_vDecoded.shrink_to_fit();
-    tables.m_tCommon.m_bAscii = isAscii(tables.m_tCommon);
-    return makeHandle<const DoubleByteCodec>(std::move(tables), mapping.replacements());
+    return buildMultiByteCodec<DoubleByteCodec, DoubleByteTables>(mapping, 0x10FFFF, 3);
 }
 
 }  // namespace vel::transcoding_details

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "codecs.h"
+#include "multibytebuilder.h"
 #include "multibyteloop.h"
 
 namespace vel::transcoding_details {
@@ -81,6 +82,11 @@ private:
 
 struct Gb18030Tables
 {
+    /// False when the bytes have no place in the tables.
+    bool add(const EncodedCharacter& character);
+    bool buildDecoding(const SetMapping& mapping);
+    void close();
+
     MultiByteTables m_tCommon;
     Ranges m_tNumbers;     ///< of characters without two bytes
     Ranges m_tCharacters;  ///< of numbers
@@ -142,29 +148,29 @@ private:
     Gb18030Tables m_tTables;
 };
 
-bool addEncoding(Gb18030Tables& tables, const EncodedCharacter& character)
+bool Gb18030Tables::add(const EncodedCharacter& character)
 {
     const ByteSequence bytes = character.m_tBytes;
     if (bytes.m_nLength == 4) {
         const std::uint32_t number = numberOf(bytes.m_nBytes);
-        tables.m_tNumbers.add(character.m_nCode, number);
+        m_tNumbers.add(character.m_nCode, number);
         return number < kBasicNumbers;
     }
     if (bytes.m_nBytes == 0) {
-        tables.m_tCommon.m_bNull = true;
+        m_tCommon.m_bNull = true;
         return character.m_nCode == 0;
     }
-    tables.m_tCommon.m_tBytes.set(character.m_nCode, storedValue(bytes));
+    m_tCommon.m_tBytes.set(character.m_nCode, storedValue(bytes));
     return bytes.m_nLength < 3;
 }
 
-bool buildDecoding(const SetMapping& mapping, Gb18030Tables& tables)
+bool Gb18030Tables::buildDecoding(const SetMapping& mapping)
 {
-    const auto leads = buildSingles(mapping, tables.m_tCommon);
+    const auto leads = buildSingles(mapping, m_tCommon);
     if (!leads) {
         return false;
     }
-    tables.m_tCommon.m_tDoubles.build(*leads, 0x40, [&](std::uint32_t lead, std::uint32_t trail) {
+    m_tCommon.m_tDoubles.build(*leads, 0x40, [&](std::uint32_t lead, std::uint32_t trail) {
         const DecodedSequence decoded = mapping.decode({lead << 8 | trail, 2});
         return decoded.m_eKind == DecodedSequence::kCharacter ? static_cast<std::uint16_t>(decoded.m_nCode)
                                                               : kNoCharacter;
@@ -172,34 +178,23 @@ bool buildDecoding(const SetMapping& mapping, Gb18030Tables& tables)
     for (std::uint32_t number = 0; number < kBasicNumbers; ++number) {
         const DecodedSequence decoded = mapping.decode(sequenceOf(number));
         if (decoded.m_eKind == DecodedSequence::kCharacter) {
-            tables.m_tCharacters.add(number, decoded.m_nCode);
+            m_tCharacters.add(number, decoded.m_nCode);
         }
     }
     return true;
+}
+
+void Gb18030Tables::close()
+{
+    m_tNumbers.close();
+    m_tCharacters.close();
 }
 
 }  // namespace
 
 Handle<const Codec> buildGb18030Codec(const SetMapping& mapping)
 {
-    const auto encodings = mapping.encodings(0xFFFF, 4);
-    if (!encodings) {
-        return {};
-    }
-    Gb18030Tables tables;
-    for (const EncodedCharacter& each : *encodings) {
-        if (!addEncoding(tables, each)) {
-            return {};
-        }
-    }
-    if (!buildDecoding(mapping, tables)) {
-        return {};
-    }
-    tables.m_tCommon.m_tBytes.close();
-    tables.m_tNumbers.close();
-    tables.m_tCharacters.close();
-    tables.m_tCommon.m_bAscii = isAscii(tables.m_tCommon);
-    return makeHandle<const Gb18030Codec>(std::move(tables), mapping.replacements());
+    return buildMultiByteCodec<Gb18030Codec, Gb18030Tables>(mapping, 0xFFFF, 4);
 }
 
 }  // namespace vel::transcoding_details
