@@ -1,9 +1,12 @@
 #include "answers/datafiles.h"
 
 #include <filesystem>
+#include <set>
 #include <utility>
 
+#include "answers/dataerror.h"
 #include "answers/datafolder.h"
+#include "answers/text.h"
 #include "vel/messages/messagefilesregistry.h"
 
 namespace answers {
@@ -101,13 +104,37 @@ const LayeredConfigReader& DataFiles::config()
     return *m_hConfig;
 }
 
+std::vector<vel::FilePath> DataFiles::messageFolders()
+{
+    for (const vel::String& each : m_tOptions.m_tMessages) {
+        std::error_code fault;
+        if (!std::filesystem::is_directory(vel::FilePath(each).toNative(), fault)) {
+            throw DataError(utf8Text(each) + ": the messages folder is no folder that can be read");
+        }
+    }
+    return filesBehindOwn(L"messages", m_tOptions.m_tMessages);
+}
+
+std::vector<vel::String> DataFiles::messageLanguages()
+{
+    std::set<vel::String> languages;
+    for (const vel::FilePath& folder : messageFolders()) {
+        std::error_code fault;
+        for (std::filesystem::directory_iterator each(folder.toNative(), fault), end; !fault && each != end;
+             each.increment(fault)) {
+            std::error_code unknown;
+            const auto name = vel::stringFromUtf8(each->path().filename().string());
+            if (name && each->is_directory(unknown)) {
+                languages.insert(*name);
+            }
+        }
+    }
+    return {languages.begin(), languages.end()};
+}
+
 vel::Handle<const vel::MessageTable> DataFiles::messages(const vel::String& language)
 {
-    if (!dataFolder()) {
-        return vel::makeHandle<vel::MessageTable>(language);
-    }
-    const vel::FilePath folder = dataFolder()->join(vel::FilePath(L"messages"));
-    return vel::MessageFilesRegistry::getInstance().loadTable(folder, language);
+    return vel::MessageFilesRegistry::getInstance().loadTable(messageFolders(), language);
 }
 
 }  // namespace answers

@@ -22,6 +22,7 @@ struct DataOptions
     std::vector<vel::String> m_tCurrencies;
     std::vector<vel::String> m_tCharacterSets;
     std::vector<vel::String> m_tCharacterSetLists;
+    std::vector<vel::String> m_tMessages;  ///< folders with a folder for each language
     vel::String m_sMapping;
 };
 
@@ -44,7 +45,12 @@ public:
     /// That of the options instead of the data folder's.
     std::optional<vel::FilePath> mappingFile();
     const LayeredConfigReader& config();
-    /// The messages of a language; an empty table when the data folder has none for it.
+    /// The data folder's folder of messages when it is there, and those of the options; DataError for one of these that
+    /// is no folder.
+    std::vector<vel::FilePath> messageFolders();
+    /// The languages that have a folder there, each once, in the order of their codes.
+    std::vector<vel::String> messageLanguages();
+    /// The messages of a language; an empty table when no folder has any for it.
     vel::Handle<const vel::MessageTable> messages(const vel::String& language);
 
 private:

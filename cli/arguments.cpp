@@ -23,6 +23,7 @@ struct Written
     std::vector<std::string> m_tCurrencies;
     std::vector<std::string> m_tCharacterSets;
     std::vector<std::string> m_tCharacterSetLists;
+    std::vector<std::string> m_tMessages;
     std::string m_sMapping;
     std::string m_sLog;
     bool m_bJson = false;
@@ -53,6 +54,9 @@ void addGlobalOptions(CLI::App& app, Written& written)
     addFiles(app, "--charsets", written.m_tCharacterSets, "character sets, loaded after the data folder's");
     addFiles(app, "--charset-lists", written.m_tCharacterSetLists,
              "lists of character sets, loaded after the data folder's");
+    app.add_option("--messages", written.m_tMessages, "a folder of messages, on top of the data folder's")
+        ->type_name("DIR")
+        ->allow_extra_args(false);
     app.add_option("--mapping", written.m_sMapping, "mapping rules instead of the data folder's")
         ->type_name("FILE")
         ->take_last();
@@ -122,6 +126,7 @@ Options readOptions(const Written& written)
     options.m_tCurrencies = readFiles(written.m_tCurrencies, "--currencies");
     options.m_tCharacterSets = readFiles(written.m_tCharacterSets, "--charsets");
     options.m_tCharacterSetLists = readFiles(written.m_tCharacterSetLists, "--charset-lists");
+    options.m_tMessages = readFiles(written.m_tMessages, "--messages");
     if (!written.m_sLog.empty()) {
         options.m_eLog = readLevel(written.m_sLog);
     }

@@ -41,6 +41,9 @@ public:
     /// The definitions files in the order of loading.
     std::vector<vel::FilePath> definitionFiles() { return m_tFiles.definitionFiles(); }
     std::optional<vel::FilePath> mappingFile() { return m_tFiles.mappingFile(); }
+    /// The folders of messages in the order of loading, and the languages in them.
+    std::vector<vel::FilePath> messageFolders() { return m_tFiles.messageFolders(); }
+    std::vector<vel::String> messageLanguages() { return m_tFiles.messageLanguages(); }
     /// The currencies files in the order of loading.
     std::vector<vel::FilePath> currencyFiles() { return m_tFiles.currencyFiles(); }
     /// The files of character sets in the order of loading.

@@ -1,6 +1,5 @@
 #include "catalogues.h"
 
-#include <filesystem>
 #include <iterator>
 #include <utility>
 
@@ -75,14 +74,8 @@ Catalogues::Catalogues(answers::DataOptions options) : m_tFiles(std::move(option
 void Catalogues::loadMessages()
 {
     m_hNoMessages = vel::makeHandle<vel::MessageTable>(vel::String());
-    const auto folder = m_tFiles.dataFile(L"messages");
-    if (!folder) {
-        return;
-    }
-    for (const auto& entry : std::filesystem::directory_iterator(folder->toNative())) {
-        if (const auto language = vel::stringFromUtf8(entry.path().filename().string()); language) {
-            m_tMessages.emplace(*language, m_tFiles.messages(*language));
-        }
+    for (const vel::String& language : m_tFiles.messageLanguages()) {
+        m_tMessages.emplace(language, m_tFiles.messages(language));
     }
 }
 

@@ -19,6 +19,7 @@ const char* const ksUsage =
     "  --mapping FILE      mapping rules instead of the data folder's\n"
     "  --charsets FILE     character sets, loaded after the data folder's\n"
     "  --charset-lists FILE  their lists, loaded after the data folder's\n"
+    "  --messages DIR      a folder of messages, on top of the data folder's\n"
     "  --log LEVEL         information, minor-warning or warning (default)\n"
     "  --access-log WHICH  on (default) or off\n"
     "  --help              this text\n";
@@ -100,6 +101,7 @@ const std::map<std::string, Read>& readers()
         {"--currencies", &readFile<&DataOptions::m_tCurrencies>},
         {"--charsets", &readFile<&DataOptions::m_tCharacterSets>},
         {"--charset-lists", &readFile<&DataOptions::m_tCharacterSetLists>},
+        {"--messages", &readFile<&DataOptions::m_tMessages>},
         {"--log", [](Options& o, const std::string& t, const std::string& n) { o.m_eLog = severityIn(t, n); }},
         {"--access-log",
          [](Options& o, const std::string& t, const std::string& n) { o.m_bAccessLog = switchIn(t, n); }},

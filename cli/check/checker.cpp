@@ -73,24 +73,6 @@ FileKind kindByRoot(std::wstring_view name)
     return kUnknownFile;
 }
 
-/// The folders of the languages, by name.
-std::vector<FilePath> languageFolders(const FilePath& messages)
-{
-    std::vector<FilePath> folders;
-    std::error_code fault;
-    for (std::filesystem::directory_iterator each(messages.toNative(), fault), end; !fault && each != end;
-         each.increment(fault)) {
-        const auto name = vel::stringFromUtf8(each->path().filename().string());
-        std::error_code unknown;
-        if (name && each->is_directory(unknown)) {
-            folders.push_back(messages.join(FilePath(*name)));
-        }
-    }
-    std::sort(folders.begin(), folders.end(),
-              [](const FilePath& a, const FilePath& b) { return a.toString() < b.toString(); });
-    return folders;
-}
-
 }  // namespace
 
 FileKind kindOf(const XmlElement& root)
@@ -216,13 +198,13 @@ void Checker::readOwnCharacterSets()
 
 void Checker::readMessages()
 {
-    if (!m_tSession.dataFolder()) {
-        return;
-    }
-    for (const FilePath& folder : languageFolders(m_tSession.dataFolder()->join(FilePath(L"messages")))) {
-        for (const String& name : vel::MessageFilesRegistry::getInstance().files()) {
-            if (const FilePath file = folder.join(FilePath(name)); isThere(file)) {
-                readOwn(file, kMessagesFile);
+    const std::vector<FilePath> folders = m_tSession.messageFolders();
+    for (const String& language : m_tSession.messageLanguages()) {
+        for (const FilePath& folder : folders) {
+            for (const String& name : vel::MessageFilesRegistry::getInstance().files()) {
+                if (const FilePath file = folder.join(FilePath(language)).join(FilePath(name)); isThere(file)) {
+                    readOwn(file, kMessagesFile);
+                }
             }
         }
     }

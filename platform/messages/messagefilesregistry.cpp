@@ -69,15 +69,24 @@ std::vector<String> MessageFilesRegistry::files() const
 
 Handle<const MessageTable> MessageFilesRegistry::loadTable(const FilePath& messagesFolder, const String& language) const
 {
+    return loadTable(std::vector<FilePath>{messagesFolder}, language);
+}
+
+Handle<const MessageTable> MessageFilesRegistry::loadTable(const std::vector<FilePath>& messagesFolders,
+                                                           const String& language) const
+{
     const Handle<MessageTable> table = makeHandle<MessageTable>(language);
     if (!isFolderOfLanguage(language.view())) {
         return table;
     }
-    const FilePath folder = messagesFolder.join(FilePath(language));
-    for (const String& name : files()) {
-        const FilePath file = folder.join(FilePath(name));
-        if (!isAbsent(file)) {
-            table->load(file);
+    const std::vector<String> names = files();
+    for (const FilePath& messagesFolder : messagesFolders) {
+        const FilePath folder = messagesFolder.join(FilePath(language));
+        for (const String& name : names) {
+            const FilePath file = folder.join(FilePath(name));
+            if (!isAbsent(file)) {
+                table->load(file);
+            }
         }
     }
     return table;

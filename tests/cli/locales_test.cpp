@@ -47,6 +47,17 @@ TEST(Locales, aNameOfSeveralLinesStaysOnOneForPeople)
     EXPECT_EQ(outcome.m_sOut, "fr-ca\tFrench\\n(Canada)\tfr\n");
 }
 
+TEST(Locales, messagesOfAFolderOfTheirOwnStandOnTop)
+{
+    const testsupport::TemporaryFolder own;
+    own.write("en/i18nmessages.xml", "<messages><message key=\"kmsgName_frCA\">Quebec</message></messages>");
+    EXPECT_THAT(run(onFolder({"--messages", own.native().string(), "locales"})).lines(),
+                ElementsAre("en-us\tEnglish (United States)\ten", "fr-ca\tQuebec\tfr", "fr-fr\tFrench (France)\tfr"));
+    const Outcome missing = run(onFolder({"--messages", own.native().string() + "/none", "locales"}));
+    EXPECT_EQ(missing.m_nExit, 3);
+    EXPECT_THAT(missing.m_sError, HasSubstr("messages folder"));
+}
+
 TEST(Locales, noAllowedLocaleIsSaid)
 {
     const Outcome outcome = run(onFolder({"--set", "Localization/AllowedLocales=xx", "locales"}));

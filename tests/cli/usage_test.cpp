@@ -114,10 +114,11 @@ TEST(Usage, helpAndVersionExitWithZero)
     EXPECT_EQ(help.m_nExit, 0);
     EXPECT_EQ(help.m_sError, "");
     for (const char* word :
-         {"--data",      "--config", "--set",     "--definitions", "--currencies", "--charsets", "--charset-lists",
-          "--mapping",   "--json",   "--log",     "explain",       "locales",      "locale",     "languages",
-          "data-format", "parse",    "parse-xml", "currencies",    "currency",     "charsets",   "charset-lists",
-          "charset",     "encode",   "sort",      "keys",          "compare",      "java",       "check"}) {
+         {"--data",        "--config",    "--set",  "--definitions", "--currencies", "--charsets", "--charset-lists",
+          "--mapping",     "--messages",  "--json", "--log",         "explain",      "locales",    "locale",
+          "languages",     "data-format", "parse",  "parse-xml",     "currencies",   "currency",   "charsets",
+          "charset-lists", "charset",     "encode", "sort",          "keys",         "compare",    "java",
+          "check"}) {
         EXPECT_THAT(help.m_sOut, HasSubstr(word));
     }
     EXPECT_THAT(run({"explain", "--help"}).m_sOut, HasSubstr("HEADER"));
@@ -128,13 +129,13 @@ TEST(Usage, theManualNamesEverySubcommandAndOption)
     std::ifstream in(WEBI18N_MANUAL);
     const std::string manual(std::istreambuf_iterator<char>(in), {});
     for (const char* word :
-         {"-data",         "-config",        "-set",        "-definitions",     "-currencies",  "-mapping",
-          "-json",         "-log",           "-user",       "-symbol",          "-locale",      "-language",
-          "explain",       "locales",        "locale",      "languages",        "data-format",  "parse-xml",
-          "Cm currencies", "Cm currency",    "Cm charsets", "Cm charset-lists", "Cm charset ",  "Cm encode",
-          "-charsets",     "-charset-lists", "-supported",  "-preferred",       "-unencodable", "Cm sort",
-          "Cm keys",       "Cm compare",     "Cm java",     "-strength",        "-memory",      "-verify",
-          "-null",         "-ui-language",   "check"}) {
+         {"-data",     "-config",       "-set",           "-definitions", "-currencies",      "-mapping",
+          "-messages", "-json",         "-log",           "-user",        "-symbol",          "-locale",
+          "-language", "explain",       "locales",        "locale",       "languages",        "data-format",
+          "parse-xml", "Cm currencies", "Cm currency",    "Cm charsets",  "Cm charset-lists", "Cm charset ",
+          "Cm encode", "-charsets",     "-charset-lists", "-supported",   "-preferred",       "-unencodable",
+          "Cm sort",   "Cm keys",       "Cm compare",     "Cm java",      "-strength",        "-memory",
+          "-verify",   "-null",         "-ui-language",   "check"}) {
         EXPECT_THAT(manual, HasSubstr(word));
     }
 }

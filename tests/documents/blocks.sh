@@ -20,6 +20,7 @@ cp "$examples"/*.xml "$examples"/*.txt "$examples"/*.conf .
 # The lines up to the end of the block as the named file.
 takeFile() {
     local line
+    mkdir -p "$(dirname "$1")"
     : >"$1"
     while IFS= read -r line && [[ $line != '```' ]]; do
         printf '%s\n' "$line" | tee -a "$1"
@@ -53,7 +54,7 @@ rerun() {
         printf '%s\n' "$line"
         if [[ $line == '```console' ]]; then
             takeConsole
-        elif [[ $line =~ ^'```'[a-z]+' '([A-Za-z0-9_.-]+)$ ]]; then
+        elif [[ $line =~ ^'```'[a-z]+' '([A-Za-z0-9_./-]+)$ ]]; then
             takeFile "${BASH_REMATCH[1]}"
         fi
     done <"$document"

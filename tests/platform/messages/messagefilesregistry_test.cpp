@@ -74,6 +74,27 @@ TEST(MessageFilesRegistry, LoadsTheFilesOfTheLanguageInOrder)
     EXPECT_EQ(german->lookUp(L"a"), text(L"eins"));
 }
 
+TEST(MessageFilesRegistry, LaterFoldersStandOnTopOfEarlierOnes)
+{
+    const TemporaryFolder pack;
+    pack.write("en/first.xml", fileOf("<message key='a'>pack</message><message key='b'>pack</message>"));
+    pack.write("en/second.xml", fileOf("<message key='c'>pack</message>"));
+    const TemporaryFolder own;
+    // The file that is registered first, in the later folder.
+    own.write("en/first.xml", fileOf("<message key='b'>own</message><message key='c'>own</message>"));
+    own.write("de/first.xml", fileOf("<message key='a'>eigen</message>"));
+    const std::vector<FilePath> folders = {pack.path(), own.path()};
+    const Handle<const MessageTable> english = MessageFilesRegistry::getInstance().loadTable(folders, L"en");
+    EXPECT_EQ(english->size(), 3U);
+    EXPECT_EQ(english->lookUp(L"a"), text(L"pack"));
+    EXPECT_EQ(english->lookUp(L"b"), text(L"own"));
+    EXPECT_EQ(english->lookUp(L"c"), text(L"own"));
+    const Handle<const MessageTable> german = MessageFilesRegistry::getInstance().loadTable(folders, L"de");
+    EXPECT_EQ(german->size(), 1U);
+    EXPECT_EQ(MessageFilesRegistry::getInstance().loadTable(std::vector<FilePath>(), L"en")->size(), 0U);
+    EXPECT_EQ(MessageFilesRegistry::getInstance().loadTable(folders, L"../en")->size(), 0U);
+}
+
 TEST(MessageFilesRegistry, WhatIsNotThereIsLeftOut)
 {
     const TemporaryFolder folder;

@@ -27,6 +27,9 @@ public:
     /// a folder's name of 1 to 64 letters (A-Z), digits, "-" and "_"; every other one, such as "../x", yields an empty
     /// table, as no such folder is looked for.
     Handle<const MessageTable> loadTable(const FilePath& messagesFolder, const String& language) const;
+    /// The same of several messages folders: of two messages with one key that of the later folder counts. So an
+    /// installation's own messages stand on top of those that came along.
+    Handle<const MessageTable> loadTable(const std::vector<FilePath>& messagesFolders, const String& language) const;
 
 private:
     MessageFilesRegistry() = default;
