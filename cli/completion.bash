@@ -4,7 +4,7 @@
 # The options of the command, then those of the subcommand $1.
 _webi18n_options()
 {
-    echo --help --data --config --set --definitions --currencies --charsets --charset-lists --mapping --json --log --version
+    echo --help --data --config --set --definitions --currencies --charsets --charset-lists --messages --mapping --json --log --version
     case "$1" in
         explain | locales) echo --language ;;
         locale) echo --user ;;
@@ -28,6 +28,7 @@ _webi18n_values()
     shift
     case "$option" in
         --data) printf '%s\n' FOLDERS none ;;
+        --messages) echo FOLDERS ;;
         --config | --definitions | --currencies | --charsets | --charset-lists | --mapping | --verify) echo FILES ;;
         --set) printf '%s=\n' Localization/Allowed{LocalesFile,Locales,Languages} ;;
         --log) printf '%s\n' information minor-warning warning ;;
@@ -112,7 +113,8 @@ _webi18n()
     for word in "${words[@]:1:${#words[@]}-2}"; do
         if [[ -n $expects ]]; then
             case "$expects" in
-                --data | --config | --set | --definitions | --currencies | --charsets | --charset-lists)
+                --data | --config | --set | --definitions | --currencies | --charsets | --charset-lists | \
+                    --messages)
                     program+=("$expects" "$word")
                     ;;
             esac

@@ -35,7 +35,7 @@ rules() {
 }
 
 classes() {
-    grep -rohE '^(class|struct) WEBI18N_API [A-Za-z]+.*' include platform/{log,xml,messages,config,transcoding}/include \
+    grep -rohE '^(class|struct) WEBI18N_API [A-Za-z]+.*' include platform/{log,config}/include \
         render/include | grep -v 'Exception' |
         awk '{ print $3 }' | tr -d ':' | grep -vxE 'Node|Root|RefCounted|GDValue|GDVariantBase|CollatorGuts' | sort -u
 }
