@@ -1,110 +1,17 @@
 #include "webencodings.h"
 
 #include <array>
-#include <fstream>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
-#include <unordered_map>
 
 #include "vel/core/utf8.h"
+#include "webindex.h"
+#include "webjapanese.h"
 
 namespace reference {
 
 namespace {
-
-using Bytes = std::optional<std::string>;
-
-std::ifstream open(const std::string& file)
-{
-    std::ifstream stream(std::string(WEBI18N_WEB_ENCODINGS) + "/" + file);
-    if (!stream) {
-        throw std::runtime_error("no file " + file);
-    }
-    return stream;
-}
-
-unsigned at(const std::string& bytes, std::size_t place)
-{
-    return place < bytes.size() ? static_cast<unsigned char>(bytes[place]) : 0x100;
-}
-
-bool isIn(unsigned byte, unsigned first, unsigned last)
-{
-    return byte >= first && byte <= last;
-}
-
-std::string bytesOf(std::initializer_list<unsigned> values)
-{
-    std::string bytes;
-    for (const unsigned each : values) {
-        bytes.push_back(static_cast<char>(each));
-    }
-    return bytes;
-}
-
-bool isScalar(char32_t character)
-{
-    return character < 0xD800 || (character > 0xDFFF && character < 0x110000);
-}
-
-/// Characters by pointer; a pointer by character is the first, but where an encoding leaves a part out.
-class Index
-{
-public:
-    explicit Index(const std::string& name)
-    {
-        std::ifstream stream = open("index-" + name + ".txt");
-        for (std::string line; std::getline(stream, line);) {
-            const std::size_t tab = line.find('\t');
-            std::wstring characters;
-            if (vel::appendUtf8AsWide(line.substr(tab + 1), characters)) {
-                throw std::runtime_error("index " + name + " is no UTF-8");
-            }
-            unsigned pointer = static_cast<unsigned>(std::stoul(line));
-            for (const wchar_t each : characters) {
-                m_tCharacters.emplace(pointer++, static_cast<char32_t>(each));
-            }
-        }
-        for (const auto& [pointer, character] : m_tCharacters) {
-            m_tPointers[character].push_back(pointer);
-        }
-    }
-    std::optional<char32_t> character(unsigned pointer) const
-    {
-        const auto found = m_tCharacters.find(pointer);
-        return found == m_tCharacters.end() ? std::nullopt : std::optional(found->second);
-    }
-    /// Every pointer of the character, in rising order.
-    const std::vector<unsigned>& pointers(char32_t character) const
-    {
-        static const std::vector<unsigned> kNone;
-        const auto found = m_tPointers.find(character);
-        return found == m_tPointers.end() ? kNone : found->second;
-    }
-    std::optional<unsigned> firstPointer(char32_t character) const
-    {
-        return pointers(character).empty() ? std::nullopt : std::optional(pointers(character).front());
-    }
-
-private:
-    std::map<unsigned, char32_t> m_tCharacters;
-    std::unordered_map<char32_t, std::vector<unsigned>> m_tPointers;
-};
-
-const Index& jis0208()
-{
-    static const Index s_index("jis0208");
-    return s_index;
-}
-
-bool append(const std::optional<char32_t>& character, std::u32string& out)
-{
-    if (character) {
-        out.push_back(*character);
-    }
-    return character.has_value();
-}
 
 class SingleByte : public WebEncoding
 {
@@ -146,7 +53,7 @@ class Gb18030 : public WebEncoding
 public:
     explicit Gb18030(bool isGbk) : m_bGbk(isGbk)
     {
-        std::ifstream stream = open("gb18030-ranges.txt");
+        std::ifstream stream = openWebFile("gb18030-ranges.txt");
         unsigned pointer = 0;
         for (std::string codePoint; stream >> pointer >> codePoint;) {
             m_tRanges.emplace_back(pointer, static_cast<char32_t>(std::stoul(codePoint, nullptr, 16)));
@@ -229,7 +136,7 @@ private:
         return true;
     }
 
-    Index m_tIndex{"gb18030"};
+    WebIndex m_tIndex{"gb18030"};
     std::vector<std::pair<unsigned, char32_t>> m_tRanges;
     bool m_bGbk;
 };
@@ -283,7 +190,7 @@ protected:
     }
 
 private:
-    Index m_tIndex{"big5"};
+    WebIndex m_tIndex{"big5"};
     const std::vector<std::pair<unsigned, std::u32string>> m_tPairs = {
         {1133, U"\u00CA\u0304"}, {1135, U"\u00CA\u030C"}, {1164, U"\u00EA\u0304"}, {1166, U"\u00EA\u030C"}};
 };
@@ -316,186 +223,7 @@ protected:
     }
 
 private:
-    Index m_tIndex{"euc-kr"};
-};
-
-/// What the three Japanese encodings do alike before they look into their index.
-Bytes japaneseSingle(char32_t character)
-{
-    if (character < 0x80) {
-        return bytesOf({static_cast<unsigned>(character)});
-    }
-    if (character == 0xA5) {
-        return bytesOf({0x5C});
-    }
-    return character == 0x203E ? Bytes(bytesOf({0x7E})) : Bytes();
-}
-
-bool isHalfKatakana(char32_t character)
-{
-    return character >= 0xFF61 && character <= 0xFF9F;
-}
-
-char32_t withFullMinus(char32_t character)
-{
-    return character == 0x2212 ? U'\uFF0D' : character;
-}
-
-class EucJp : public WebEncoding
-{
-public:
-    Bytes encode(char32_t character) const override
-    {
-        if (const Bytes single = japaneseSingle(character)) {
-            return single;
-        }
-        if (isHalfKatakana(character)) {
-            return bytesOf({0x8E, static_cast<unsigned>(character - 0xFF61 + 0xA1)});
-        }
-        const std::optional<unsigned> pointer = jis0208().firstPointer(withFullMinus(character));
-        return pointer && *pointer < 94 * 94 ? Bytes(bytesOf({*pointer / 94 + 0xA1, *pointer % 94 + 0xA1})) : Bytes();
-    }
-
-protected:
-    bool decodeNext(const std::string& bytes, std::size_t& place, std::u32string& out) const override
-    {
-        const unsigned lead = at(bytes, place);
-        const unsigned second = at(bytes, place + 1);
-        if (lead < 0x80) {
-            ++place;
-            out.push_back(lead);
-            return true;
-        }
-        if (lead == 0x8E && isIn(second, 0xA1, 0xDF)) {
-            place += 2;
-            out.push_back(0xFF61 - 0xA1 + second);
-            return true;
-        }
-        const bool isThree = lead == 0x8F;
-        const unsigned row = isThree ? second : lead;
-        const unsigned cell = isThree ? at(bytes, place + 2) : second;
-        place += isThree ? 3 : 2;
-        return isIn(row, 0xA1, 0xFE) && isIn(cell, 0xA1, 0xFE) &&
-               append((isThree ? m_tJis0212 : jis0208()).character((row - 0xA1) * 94 + cell - 0xA1), out);
-    }
-
-private:
-    Index m_tJis0212{"jis0212"};
-};
-
-class ShiftJis : public WebEncoding
-{
-public:
-    Bytes encode(char32_t character) const override
-    {
-        if (character == 0x80) {
-            return bytesOf({0x80});
-        }
-        if (const Bytes single = japaneseSingle(character)) {
-            return single;
-        }
-        if (isHalfKatakana(character)) {
-            return bytesOf({static_cast<unsigned>(character - 0xFF61 + 0xA1)});
-        }
-        for (const unsigned pointer : jis0208().pointers(withFullMinus(character))) {
-            if (!isIn(pointer, 8272, 8835)) {
-                const unsigned lead = pointer / 188;
-                const unsigned trail = pointer % 188;
-                return bytesOf({lead + (lead < 0x1F ? 0x81U : 0xC1U), trail + (trail < 0x3F ? 0x40U : 0x41U)});
-            }
-        }
-        return std::nullopt;
-    }
-
-protected:
-    bool decodeNext(const std::string& bytes, std::size_t& place, std::u32string& out) const override
-    {
-        const unsigned lead = at(bytes, place);
-        const unsigned trail = at(bytes, place + 1);
-        if (lead <= 0x80 || isIn(lead, 0xA1, 0xDF)) {
-            ++place;
-            out.push_back(lead <= 0x80 ? lead : 0xFF61 - 0xA1 + lead);
-            return true;
-        }
-        if (!(isIn(lead, 0x81, 0x9F) || isIn(lead, 0xE0, 0xFC)) ||
-            !(isIn(trail, 0x40, 0x7E) || isIn(trail, 0x80, 0xFC))) {
-            return false;
-        }
-        place += 2;
-        const unsigned pointer = (lead - (lead < 0xA0 ? 0x81 : 0xC1)) * 188 + trail - (trail < 0x7F ? 0x40 : 0x41);
-        if (isIn(pointer, 8836, 10715)) {
-            out.push_back(0xE000 - 8836 + pointer);
-            return true;
-        }
-        return append(jis0208().character(pointer), out);
-    }
-};
-
-class Iso2022Jp : public WebEncoding
-{
-public:
-    Bytes encode(char32_t character) const override
-    {
-        if (character == 0x0E || character == 0x0F || character == 0x1B) {
-            return std::nullopt;
-        }
-        if (const Bytes single = japaneseSingle(character)) {
-            return character < 0x80 ? single : "\x1B(J" + *single + "\x1B(B";
-        }
-        const char32_t full = isHalfKatakana(character) ? fullKatakana()[character - 0xFF61] : withFullMinus(character);
-        const std::optional<unsigned> pointer = jis0208().firstPointer(full);
-        return pointer && *pointer < 94 * 94
-                   ? Bytes("\x1B$B" + bytesOf({*pointer / 94 + 0x21, *pointer % 94 + 0x21}) + "\x1B(B")
-                   : Bytes();
-    }
-
-protected:
-    /// Reads all at once: what a byte means depends on the escape sequences before it.
-    bool decodeNext(const std::string& bytes, std::size_t& place, std::u32string& out) const override
-    {
-        char set = 'B';
-        while (place < bytes.size()) {
-            if (bytes[place] != 0x1B) {
-                if (!decodeIn(set, bytes, place, out)) {
-                    return false;
-                }
-                continue;
-            }
-            const std::string escape = bytes.substr(place + 1, 2);
-            if (escape != "(B" && escape != "(J" && escape != "(I" && escape != "$@" && escape != "$B") {
-                return false;
-            }
-            set = escape[0] == '$' ? '$' : escape[1];
-            place += 3;
-        }
-        return true;
-    }
-
-private:
-    static const std::u32string& fullKatakana()
-    {
-        static const std::u32string s_characters =
-            U"。「」、・ヲァィゥェォャュョッーアイウエオカキクケコサシスセソタチツテトナニヌネノハヒフヘホマミムメモヤ"
-            U"ユヨ"
-            U"ラリルレロワン゛゜";
-        return s_characters;
-    }
-    static bool decodeIn(char set, const std::string& bytes, std::size_t& place, std::u32string& out)
-    {
-        const unsigned byte = at(bytes, place++);
-        if (set == '$') {
-            const unsigned trail = at(bytes, place++);
-            return isIn(byte, 0x21, 0x7E) && isIn(trail, 0x21, 0x7E) &&
-                   append(jis0208().character((byte - 0x21) * 94 + trail - 0x21), out);
-        }
-        if (set == 'I') {
-            out.push_back(0xFF61 - 0x21 + byte);
-            return isIn(byte, 0x21, 0x5F);
-        }
-        const bool isRoman = set == 'J';
-        out.push_back(isRoman && byte == 0x5C ? 0xA5 : isRoman && byte == 0x7E ? 0x203E : byte);
-        return byte < 0x80 && byte != 0x0E && byte != 0x0F;
-    }
+    WebIndex m_tIndex{"euc-kr"};
 };
 
 class Utf8 : public WebEncoding
@@ -568,7 +296,7 @@ using Encodings = std::map<std::string, std::unique_ptr<const WebEncoding>>;
 Encodings readEncodings()
 {
     Encodings encodings;
-    std::ifstream stream = open("single-byte.txt");
+    std::ifstream stream = openWebFile("single-byte.txt");
     for (std::string line; std::getline(stream, line);) {
         std::istringstream words(line);
         std::string name;
@@ -589,9 +317,9 @@ Encodings readEncodings()
     encodings.emplace("gbk", std::make_unique<Gb18030>(true));
     encodings.emplace("gb18030", std::make_unique<Gb18030>(false));
     encodings.emplace("big5", std::make_unique<Big5>());
-    encodings.emplace("euc-jp", std::make_unique<EucJp>());
-    encodings.emplace("shift_jis", std::make_unique<ShiftJis>());
-    encodings.emplace("iso-2022-jp", std::make_unique<Iso2022Jp>());
+    encodings.emplace("euc-jp", eucJp());
+    encodings.emplace("shift_jis", shiftJis());
+    encodings.emplace("iso-2022-jp", iso2022Jp());
     encodings.emplace("euc-kr", std::make_unique<EucKr>());
     encodings.emplace("utf-8", std::make_unique<Utf8>());
     encodings.emplace("utf-16be", std::make_unique<Utf16>(true));
@@ -616,7 +344,7 @@ const std::map<std::string, std::string>& webLabels()
 {
     static const std::map<std::string, std::string> s_labels = [] {
         std::map<std::string, std::string> labels;
-        std::ifstream stream = open("labels.txt");
+        std::ifstream stream = openWebFile("labels.txt");
         for (std::string line; std::getline(stream, line);) {
             std::istringstream words(line);
             std::string name;
