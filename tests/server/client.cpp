@@ -18,7 +18,7 @@ Client::Client(std::uint16_t port) : m_nSocket(socket(AF_INET, SOCK_STREAM, 0))
     address.sin_family = AF_INET;
     address.sin_port = htons(port);
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const timeval longest{10, 0};
+    const timeval longest{60, 0};
     setsockopt(m_nSocket, SOL_SOCKET, SO_RCVTIMEO, &longest, sizeof longest);
     setsockopt(m_nSocket, SOL_SOCKET, SO_SNDTIMEO, &longest, sizeof longest);
     if (connect(m_nSocket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {

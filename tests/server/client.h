@@ -20,7 +20,7 @@ struct Reply
     nlohmann::json json() const { return nlohmann::json::parse(m_sBody); }
 };
 
-/// A client that says exactly the bytes that it is told to say. Every read ends after ten seconds at most, which fails
+/// A client that says exactly the bytes that it is told to say. Every read ends after a minute at most, which fails
 /// the test by an exception.
 class Client
 {

@@ -73,7 +73,8 @@ TEST_F(Post, tellsTheKeysAndWhereALineStood)
     EXPECT_EQ(json["lines"][3]["text"], "ö");
     EXPECT_EQ(json["lines"][3]["place"], 1);
     std::string key;
-    for (const char each : collator.createCollationKey(L"ö", 1).view()) {
+    const vel::i18n::CollationKey made = collator.createCollationKey(L"ö", 1);
+    for (const char each : made.view()) {
         char digits[3];
         std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned char>(each));
         key += digits;
