@@ -1,6 +1,7 @@
 // The part of KeyWriter that has ICU read what the table cannot.
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 #include "keywriter.h"
@@ -26,9 +27,34 @@ std::size_t KeyWriter::cutAfter(std::size_t i) const noexcept
     return m_nUnits;
 }
 
+/// Characters that ICU has no data for, from `i` on. They are read by themselves, and nothing before them is looked at.
+std::size_t KeyWriter::addUnknown(std::size_t i)
+{
+    while (i < m_nUnits) {
+        const Character c = characterAt(i);
+        if (!m_rData.m_tUnknown.isUnknown(c.m_cCode, c.m_nEntry)) {
+            break;
+        }
+        // The other weights are the common ones, which count by their number.
+        const Element element = m_rData.m_tRules.apply(UnknownWeights::elementOf(c.m_cCode));
+        const PrimaryCode code = m_rData.m_tPrimaries->codeOf(element.m_nPrimary);
+        m_tPrimary.reserve(code.m_aBytes.size());
+        std::memcpy(m_tPrimary.end(), code.m_aBytes.data(), code.m_aBytes.size());
+        m_tPrimary.setEnd(m_tPrimary.end() + code.m_nLength);
+        ++m_nElements;
+        m_bIgnoring = false;
+        i += c.m_nWidth;
+        m_nLastCut = i;
+    }
+    return i;
+}
+
 /// Has ICU read from `i` up to the next cut. It also gets what stands between the last cut and `i`, for prefixes.
 std::size_t KeyWriter::slow(std::size_t i)
 {
+    if (const std::size_t next = addUnknown(i); next != i) {
+        return next;
+    }
     const std::size_t end = cutAfter(i);
     const std::size_t before =
         entry::isKind(characterAt(i).m_nEntry, kPrefixKind) || entry::isKind(characterAt(i).m_nEntry, kSlowKind)

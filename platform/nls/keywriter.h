@@ -75,6 +75,7 @@ private:
     void addTertiary(const CodedElement& element);
 
     std::size_t slow(std::size_t i);
+    std::size_t addUnknown(std::size_t i);
     std::size_t cutAfter(std::size_t i) const noexcept;
     void addSlow(const char16_t* text, std::size_t length, std::size_t skip);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <numeric>
 
 namespace vel::nls {
@@ -160,6 +161,23 @@ void PrimaryCodes::assignBehind(const Gap& gap)
     }
 }
 
+namespace {
+
+constexpr unsigned kBytesBehindKnown = 6;
+
+/// FF 02 and the bytes of a weight, 01 for 00, the first one lowest.
+std::uint64_t behindKnown(std::uint32_t weight)
+{
+    std::uint64_t bytes = 0;
+    for (int shift = 0; shift < 32; shift += 8) {
+        const std::uint64_t byte = (weight >> shift) & 0xFF;
+        bytes = (bytes << 8) | (byte == 0 ? 1 : byte);
+    }
+    return (bytes << 16) | 0x02FF;
+}
+
+}  // namespace
+
 PrimaryCode PrimaryCodes::codeOf(std::uint32_t weight) const
 {
     const auto begin = m_tWeights.begin();
@@ -169,17 +187,16 @@ PrimaryCode PrimaryCodes::codeOf(std::uint32_t weight) const
         return code;
     }
     const auto index = static_cast<std::size_t>(next - m_tWeights.begin() - 1);
-    for (std::uint32_t bytes = m_tCodes[index]; bytes != 0; bytes >>= 8) {
-        code.m_aBytes[code.m_nLength++] = static_cast<unsigned char>(bytes);
-    }
-    if (m_tWeights[index] != weight) {
-        code.m_aBytes[code.m_nLength++] = 0xFF;
-        code.m_aBytes[code.m_nLength++] = 0x02;
-        for (int shift = 24; shift >= 0; shift -= 8) {
-            const auto byte = static_cast<unsigned char>(weight >> shift);
-            code.m_aBytes[code.m_nLength++] = byte == 0 ? 1 : byte;
-        }
-    }
+    const std::uint32_t known = m_tCodes[index];
+    const auto length = static_cast<unsigned>(std::bit_width(known) + 7) / 8;
+    const bool isKnown = m_tWeights[index] == weight;
+    // Put together before it is stored: bytes that are stored one by one are slow to be read as words.
+    const std::uint64_t behind = isKnown ? 0 : behindKnown(weight);
+    const std::uint64_t first = known | (behind << (8 * length));
+    const auto rest = static_cast<std::uint32_t>(behind >> (64 - 8 * length));
+    std::memcpy(code.m_aBytes.data(), &first, sizeof first);
+    std::memcpy(code.m_aBytes.data() + sizeof first, &rest, sizeof rest);
+    code.m_nLength = static_cast<std::uint8_t>(isKnown ? length : length + kBytesBehindKnown);
     return code;
 }
 

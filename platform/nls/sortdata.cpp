@@ -16,7 +16,10 @@ CollatorPtr tertiaryClone(const UCollator* collator)
 }  // namespace
 
 SortData::SortData(const UCollator* collator)
-    : m_tRules(collator), m_pCollator(tertiaryClone(collator)), m_tPool(m_pCollator.get())
+    : m_tRules(collator),
+      m_pCollator(tertiaryClone(collator)),
+      m_tPool(m_pCollator.get()),
+      m_tUnknown(m_pCollator.get())
 {
     m_tOnlyOrder.m_bEndsInMark = true;
 }

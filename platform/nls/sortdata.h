@@ -16,6 +16,7 @@
 #include "sortelements.h"
 #include "sortentry.h"
 #include "sortpages.h"
+#include "unknownweights.h"
 
 namespace vel::nls {
 
@@ -92,6 +93,7 @@ struct SortData
     CollatorPtr m_pUnshifted;  ///< quaternary, shifts nothing; null when no element has a quaternary weight
     mutable ElementPool m_tPool;
     SortPages m_tPages;
+    UnknownWeights m_tUnknown;
     AsciiCodes m_tAscii;
     std::optional<PrimaryCodes> m_tPrimaries;
     std::optional<LevelCodes> m_tSecondaries;

@@ -144,6 +144,13 @@ TEST(ShortKeys, RunsTooLongForThemGoToTheWriter)
     EXPECT_FALSE(isShort(*data, std::u16string(84, u'\uAC01') + u"A"));
 }
 
+TEST(SlowWay, WhatIcuHasNoDataForIsComputed)
+{
+    EXPECT_EQ(slowUnits(*build("en"), u"\uE000a\u0378\U0010FFFD"), 0U);
+    EXPECT_EQ(slowUnits(*build("zh"), u"\uF8FF\u0301\U000F0000"), 0U);
+    EXPECT_NE(slowUnits(*build("en-u-kn"), u"7"), 0U);
+}
+
 TEST(SlowWay, OnlyWhatStandsAroundGoesThroughIcu)
 {
     const auto data = build("en");
