@@ -65,6 +65,7 @@ using Utf16Texts = std::shared_ptr<const std::vector<std::u16string>>;
 std::wstring widened(const std::u16string& text)
 {
     std::wstring wide;
+    wide.reserve(text.size());  // no more memory than it needs: the peer's copies have none to spare either
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char16_t unit = text[i];
         if ((unit & 0xFC00) == 0xD800 && i + 1 < text.size()) {

@@ -219,7 +219,9 @@ inline bool ShortKey<kLevels, kBackwards>::readOthers(std::size_t& next, std::si
         const std::uint32_t bytes = entry::primaryBytes(e);
         std::memcpy(end, &bytes, sizeof bytes);
         end += entry::primaryLength(e);
-        elements += entry::elements(e);
+        if constexpr (kLevels >= 2) {
+            elements += entry::elements(e);  // only the other levels count them
+        }
         i += width;
     }
     m_pEnd = end;

@@ -27,7 +27,8 @@ public:
     bool isOdd(char32_t unit) const noexcept { return isSurrogate(unit); }
     SortEntry entryAt(const SortPages& pages, std::size_t i) const noexcept
     {
-        return pages.findUnit(static_cast<char16_t>((*this)[i]));
+        // By bytes: what is put together would only be taken apart again.
+        return pages.findUnit(m_pBytes[2 * i], m_pBytes[2 * i + 1]);
     }
 
 private:

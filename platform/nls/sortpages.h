@@ -20,7 +20,8 @@ public:
 
     SortEntry find(char32_t c) const noexcept { return m_aPages[c >> 8][c & 0xFF]; }
     /// The entry of one code unit: of a character, or of half of one.
-    SortEntry findUnit(char16_t unit) const noexcept { return m_aPages[unit >> 8][unit & 0xFF]; }
+    SortEntry findUnit(char16_t unit) const noexcept { return findUnit(unit >> 8, unit & 0xFF); }
+    SortEntry findUnit(std::size_t high, std::size_t low) const noexcept { return m_aPages[high][low]; }
     /// Throws std::bad_alloc.
     void set(char32_t c, SortEntry e);
     std::size_t memory() const noexcept { return sizeof *this + m_tOwn.size() * kPageSize * sizeof(SortEntry); }
