@@ -7,7 +7,8 @@ namespace {
 void markNeighbours(SortPages& pages, const std::u32string& text)
 {
     for (std::size_t i = 1; i < text.size(); ++i) {
-        if (!isMark(text[i])) {
+        // A mark finds the first character by its care; what stands between them tells nothing of it.
+        if (!isMark(text[i]) || i > 1) {
             pages.set(text[i - 1], pages.find(text[i - 1]) | entry::kOpen);
             pages.set(text[i], pages.find(text[i]) | entry::kInner);
         }
