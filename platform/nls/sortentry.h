@@ -15,7 +15,7 @@ namespace vel::nls {
 ///     41     inner: may stand behind another one in a sequence that is read as one, not as a mark
 ///     42-43  quaternary weight of the first element, the others having none
 ///     44-46  kind of a special character
-///     47     open: a sequence may go on behind it, with what is inner
+///     47     open: a sequence may go on behind it, with what is inner or, marks between them passed over, with a mark
 ///     48-55  secondary code of the last element, 0: common
 ///     56-63  tertiary code of the first element, 0: common
 ///
@@ -91,7 +91,7 @@ constexpr bool isPlain(SortEntry e) noexcept
 /// this is not so part the text: nothing before that place changes what follows, nor the other way round.
 constexpr bool mayJoin(SortEntry first, SortEntry second) noexcept
 {
-    return ((second & kMark) != 0 && (first & (kCare | kMark | kSpecial)) != 0) ||
+    return ((second & kMark) != 0 && (first & (kCare | kMark | kSpecial | kOpen)) != 0) ||
            ((second & kInner) != 0 && (first & kOpen) != 0);
 }
 constexpr SortEntry special(SpecialKind kind, std::uint32_t index = 0) noexcept
