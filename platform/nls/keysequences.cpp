@@ -23,12 +23,12 @@ std::size_t KeyWriter::special(std::size_t i, bool isCareful)
     if (entry::isKind(e, kSlowKind)) {
         return slow(i);
     }
-    if (isCareful && (e & entry::kCare) != 0) {
-        return start(i, c, m_rData.careOf(c.m_cCode), e & ~entry::kCare);
-    }
     if (entry::isKind(e, kStartKind)) {
         const Opening& opening = m_rData.m_tOpenings[entry::index(e)];
         return start(i, c, opening, opening.m_nAlone);
+    }
+    if (isCareful && (e & entry::kCare) != 0) {
+        return start(i, c, m_rData.careOf(c.m_cCode), e & ~entry::kCare);
     }
     if (entry::isKind(e, kPrefixKind)) {
         return prefixed(i, c, m_rData.m_tOpenings[entry::index(e)]);

@@ -416,7 +416,7 @@ void TableBuilder::addStart(char32_t c, const std::map<char32_t, SortEntry>& oth
         m_pData->m_tCare.emplace_back(c, index);
         m_pData->m_tPages.set(c, alone | entry::kCare);
     } else {
-        m_pData->m_tPages.set(c, entry::special(kStartKind, index) | (flagsOf(c) & entry::kMark));
+        m_pData->m_tPages.set(c, entry::special(kStartKind, index) | flagsOf(c));
     }
 }
 

@@ -55,6 +55,11 @@ TEST(SortOrderCases, AreInTheOrderOfIcusKeys)
          "az",
          {u"\u0DD9\u0DCF\u0305\u0DCA", u"\u0DD9\u0DCF\u0DCA\u0305", u"\u0DD9\u0DCF\u0DCA", u"\u0DD9\u0DCFa",
           u"\u0DD9\u0DCF\u0334\u0DCA", u"\u0DD9\u0DCF\u03341"}},
+        // ICU's keys of the first two are the same: U+0336 (class 1) belongs before the marks of U+1EE2.
+        {"a letter that ends in marks and begins a sequence stands within one",
+         "zh-u-kk",
+         {u"\uFDD0\u1EE2\u0336", u"\uFDD0O\u0336\u031B\u0323", u"\uFDD0\u1EE2", u"\uFDD0O\u0336",
+          u"\uFDD0\u1ED8\u031B\u0336", u"\u1EE2\u0336"}},
     };
     for (const Case& test : cases) {
         const sortpairs::Report report = sortpairs::compareTexts(test.m_szSort, test.m_tTexts);
