@@ -121,7 +121,7 @@ std::string hex(const std::u16string& text)
 {
     constexpr char kDigits[] = "0123456789ABCDEF";
     std::string result;
-    for (const char16_t unit : text.substr(0, 60)) {
+    for (const char16_t unit : text) {
         for (int shift = 12; shift >= 0; shift -= 4) {
             result += kDigits[(unit >> shift) & 0xF];
         }
