@@ -245,7 +245,8 @@ void checkList(const XmlElement& element, std::wstring_view name, Findings& find
         return;
     }
     findings.add(element, {kWarning, "name-count",
-                           utf8Text(name) + " has " + std::to_string(entries.m_nCount) + " entries instead of " +
+                           utf8Text(name) + " has " + std::to_string(entries.m_nCount) +
+                               (entries.m_nCount == 1 ? " entry" : " entries") + " instead of " +
                                std::to_string(expected) + (expected == 7 ? ", Monday first" : ", January first")});
 }
 
