@@ -1,5 +1,6 @@
 #include "check/mapping.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -19,6 +20,7 @@ using vel::XmlElement;
 
 constexpr const wchar_t* ksMappingName = L"httpAcceptLanguage";
 constexpr std::size_t kNamesShown = 5;
+constexpr std::size_t kMostSingleTargets = 5;
 
 struct Rule
 {
@@ -44,6 +46,8 @@ private:
 
     void checkRule(std::size_t index);
     std::optional<Problem> checkTarget(const Rule& rule) const;
+    bool isNotAllowed(const Rule& rule) const;
+    void addNotAllowed(const Rule& rule);
     std::optional<Problem> checkCover(std::size_t index);
     std::optional<Problem> checkPattern(const Rule& rule) const;
     void checkCatchAll();
@@ -56,6 +60,8 @@ private:
     std::vector<Rule> m_vRules;
     std::unordered_set<std::wstring_view> m_tPatterns;
     RuleCover m_tCover;
+    std::size_t m_nNotAllowed = 0;
+    bool m_bSaidNotAllowed = false;
     bool m_bSaidAfterCatchAll = false;
 };
 
@@ -101,6 +107,8 @@ void MappingCheck::run()
                                           std::string("elements in <choose>")});
         return;
     }
+    m_nNotAllowed = static_cast<std::size_t>(
+        std::count_if(m_vRules.begin(), m_vRules.end(), [this](const Rule& rule) { return isNotAllowed(rule); }));
     for (std::size_t index = 0; index < m_vRules.size(); ++index) {
         checkRule(index);
     }
@@ -152,8 +160,12 @@ void MappingCheck::readRule(const XmlElement& when)
 void MappingCheck::checkRule(std::size_t index)
 {
     const Rule& rule = m_vRules[index];
+    // A rule without a target that counts is passed over when browsers are mapped, so it covers no later one.
+    if (isNotAllowed(rule)) {
+        addNotAllowed(rule);
+        return;
+    }
     if (auto problem = checkTarget(rule)) {
-        // Such a rule is passed over when browsers are mapped, so it covers no later one.
         m_tFindings.add(rule.m_pTarget == nullptr ? *rule.m_pElement : *rule.m_pTarget, std::move(*problem));
         return;
     }
@@ -177,14 +189,36 @@ std::optional<Problem> MappingCheck::checkTarget(const Rule& rule) const
     if (m_tKnowledge.isUsable(name)) {
         return std::nullopt;
     }
-    if (!m_tKnowledge.knowsDefinitions() || m_tKnowledge.isDefined(name)) {
-        return Problem{kWarning, "target-not-allowed",
-                       "the definition " + quotedName(name) + " is not allowed, so the rule " +
-                           quotedName(rule.m_sPattern) + " is passed over: allow the locale or take the rule out"};
-    }
     return Problem{kWarning, "unknown-definition",
                    "there is no definition " + quotedName(name) + ", so the rule " + quotedName(rule.m_sPattern) +
                        " is passed over: correct the name"};
+}
+
+/// Whether the rule's target is there, but is no allowed locale.
+bool MappingCheck::isNotAllowed(const Rule& rule) const
+{
+    if (rule.m_pTarget == nullptr) {
+        return false;
+    }
+    const std::wstring_view name = rule.m_pTarget->attribute(L"name");
+    return !name.empty() && !m_tKnowledge.isUsable(name) && m_tKnowledge.isDefined(name);
+}
+
+/// Few such rules are accidents, each its own. Many are one decision: rules for all locales, of which few are allowed.
+void MappingCheck::addNotAllowed(const Rule& rule)
+{
+    const bool isOne = m_nNotAllowed > kMostSingleTargets;
+    if (isOne && std::exchange(m_bSaidNotAllowed, true)) {
+        return;
+    }
+    const std::string others =
+        isOne ? ", and " + std::to_string(m_nNotAllowed - 1) +
+                    " more rules of this file for the same reason: allow the locales or take the rules out"
+              : ": allow the locale or take the rule out";
+    m_tFindings.add(*rule.m_pTarget,
+                    {kWarning, "target-not-allowed",
+                     "the definition " + quotedName(rule.m_pTarget->attribute(L"name")) +
+                         " is not allowed, so the rule " + quotedName(rule.m_sPattern) + " is passed over" + others});
 }
 
 /// For a rule that never applies: which one takes its texts. The rules behind a "*" are one accident.

@@ -21,6 +21,24 @@ std::vector<std::string> rulesOf(const Outcome& outcome)
     return rules;
 }
 
+/// A mapping with so many rules for the definition de-de, which the synthetic folder does not allow, from line 6 on.
+std::string mappingToNotAllowed(int rules)
+{
+    std::string text =
+        "<localeMappings><localeMapping name='httpAcceptLanguage'><choose>\n"
+        "<when matches='fr-CA*'><localeDefinition name='fr-ca'/></when>\n"
+        "<when matches='fr*'><localeDefinition name='fr-fr'/></when>\n"
+        "<when matches='en*'><localeDefinition name='en-us'/></when>\n"
+        "<when matches='de-XX*'><localeDefinition name='de-xx'/></when>\n";
+    for (int number = 0; number < rules; ++number) {
+        text += "<when matches='de-A" + std::string(1, static_cast<char>('A' + number)) +
+                "*'><localeDefinition name='de-de'/></when>\n";
+    }
+    return text +
+           "<when matches='*'><localeDefinition name='en-us'/></when>\n"
+           "</choose></localeMapping></localeMappings>\n";
+}
+
 std::string caseFile(const std::string& name)
 {
     return dataFile("check/" + name);
@@ -103,6 +121,45 @@ TEST(Check, severalFilesAreCheckedAgainstEachOther)
     EXPECT_EQ(mapping.objects()[0]["rule"], "no-rule-for-locale");
     EXPECT_THAT(mapping.objects()[0]["message"].get<std::string>(), HasSubstr("'de-de'"));
     EXPECT_EQ(mapping.objects()[1]["rule"], "target-not-allowed");
+}
+
+TEST(Check, fewRulesToLocalesThatAreNotAllowedAreNamedEach)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder.write("few.xml", mappingToNotAllowed(5)).toNative();
+    const std::vector<Json> findings = run(onFolder({"--json", "check", file})).objects();
+    ASSERT_EQ(findings.size(), 6U);
+    EXPECT_EQ(findings[0]["rule"], "unknown-definition");
+    for (std::size_t index = 1; index < findings.size(); ++index) {
+        const std::string pattern = std::string("'de-A") + static_cast<char>('A' + index - 1) + "*'";
+        EXPECT_EQ(findings[index]["rule"], "target-not-allowed");
+        EXPECT_EQ(findings[index]["line"], 5 + index);
+        EXPECT_EQ(findings[index]["message"], "the definition 'de-de' is not allowed, so the rule " + pattern +
+                                                  " is passed over: allow the locale or take the rule out");
+    }
+}
+
+TEST(Check, manyRulesToLocalesThatAreNotAllowedAreOneFinding)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder.write("many.xml", mappingToNotAllowed(6)).toNative();
+    const std::vector<Json> findings = run(onFolder({"--json", "check", file})).objects();
+    ASSERT_EQ(findings.size(), 2U);
+    // A name that was written wrong is no decision, and stands beside them.
+    EXPECT_EQ(findings[0]["rule"], "unknown-definition");
+    EXPECT_EQ(findings[0]["line"], 5);
+    EXPECT_EQ(findings[1]["rule"], "target-not-allowed");
+    EXPECT_EQ(findings[1]["line"], 6);
+    EXPECT_EQ(findings[1]["message"],
+              "the definition 'de-de' is not allowed, so the rule 'de-AA*' is passed over, and 5 more rules of this "
+              "file for the same reason: allow the locales or take the rules out");
+}
+
+TEST(Check, fewAllowedLocalesMakeOneFindingOfThePacksRules)
+{
+    const Outcome outcome =
+        run({"--data", packFolder(), "--json", "--set", "Localization/AllowedLocales=en-us,de-de", "check"});
+    EXPECT_THAT(rulesOf(outcome), ElementsAre("target-not-allowed"));
 }
 
 TEST(Check, aFileOfTheFolderCanBeGiven)
