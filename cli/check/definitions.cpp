@@ -64,6 +64,8 @@ private:
     void checkConflicts(const Locale& locale, const Locale& base, const OwnProperties& own);
     bool checkConflict(const Conflict& conflict, const Locale& locale, const Locale& base, const OwnProperties& own);
     void checkDisplayMessage(const Locale& locale, const OwnProperties& own);
+    void checkEmptySeparators(const XmlElement& definition, const Locale& locale, const Locale& base,
+                              const OwnProperties& own);
     Locale baseOf(const XmlElement& definition) const;
 
     const XmlElement& m_tRoot;
@@ -116,6 +118,7 @@ void DefinitionsCheck::checkOne(const XmlElement& definition)
     Locale locale = base;
     locale.applyXmlDefinition(definition);
     checkConflicts(locale, base, own);
+    checkEmptySeparators(definition, locale, base, own);
     checkDisplayMessage(locale, own);
     m_tKnowledge.m_tDefinitions.insert_or_assign(locale.definitionName(), locale);
 }
@@ -246,6 +249,45 @@ bool DefinitionsCheck::checkConflict(const Conflict& conflict, const Locale& loc
                                  utf8Text(Locale::stringInfoMap().find(conflict.m_eOther)) + " are both " +
                                  quotedName(text) + ", so " + conflict.m_pWhy + ": change one of them"});
     return true;
+}
+
+/// The place of a separator that is empty, while that of the base is not; else null.
+const XmlElement* placeOfEmpty(Locale::StringInfo separator, const XmlElement& definition, const Locale& locale,
+                               const Locale& base, const OwnProperties& own)
+{
+    const bool isOfBase = base.isValid() && base.getInfoAsString(separator).isEmpty();
+    if (isOfBase || !locale.getInfoAsString(separator).isEmpty()) {
+        return nullptr;
+    }
+    const XmlElement* element = elementOf(separator, own);
+    return element == nullptr ? &definition : element;
+}
+
+/// A reader of dates takes an empty separator to be behind every number, and looks for that of times first.
+void DefinitionsCheck::checkEmptySeparators(const XmlElement& definition, const Locale& locale, const Locale& base,
+                                            const OwnProperties& own)
+{
+    const bool isBaseMissing = !base.isValid() && !definition.attribute(L"basedOn").empty();
+    if (isBaseMissing || locale.definitionName().isEmpty()) {
+        return;  // what has been said of the base or the name already explains it
+    }
+    const XmlElement* time = placeOfEmpty(Locale::kTimeSeparator, definition, locale, base, own);
+    const XmlElement* date = placeOfEmpty(Locale::kDateSeparator, definition, locale, base, own);
+    const auto add = [this](const XmlElement& place, const std::string& subject, const char* consequence) {
+        m_tFindings.add(place, {kWarning, "empty-separator",
+                                subject + " empty and taken to stand everywhere, so " + consequence +
+                                    ": set the separators, or base the definition on one that has them"});
+    };
+    if (time != nullptr && date == time) {
+        add(*time, "timeSeparator and dateSeparator are", "no date is read");
+        return;
+    }
+    if (time != nullptr) {
+        add(*time, "timeSeparator is", "no date is read");
+    }
+    if (date != nullptr) {
+        add(*date, "dateSeparator is", "neither hours with minutes nor dates that end in two digits are read");
+    }
 }
 
 void DefinitionsCheck::checkDisplayMessage(const Locale& locale, const OwnProperties& own)
