@@ -3,7 +3,6 @@
 
 #include <unicode/ucol.h>
 #include <unicode/uloc.h>
-#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <array>
@@ -15,10 +14,14 @@
 #include <string>
 #include <string_view>
 
+#include "../tests/support/sign.h"
+#include "../tests/support/utf16text.h"
 #include "vel/nls/sorttable.h"
 
 namespace {
 
+using testsupport::sign;
+using testsupport::wideOf;
 using vel::nls::SortStrength;
 using vel::nls::SortTable;
 
@@ -61,18 +64,7 @@ std::u16string decode(std::string_view bytes)
         text += static_cast<char16_t>((static_cast<unsigned char>(bytes[i]) << 8) |
                                       static_cast<unsigned char>(bytes[i + 1]));
     }
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isPair = (text[i] & 0xFC00) == 0xD800 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
-        if (isPair) {
-            ++i;
-        } else if ((text[i] & 0xF800) == 0xD800) {
-            text[i] = 0xFFFD;
-        }
-    }
-    if (bytes.size() % 2 != 0) {
-        text += u'\uFFFD';
-    }
-    return text;
+    return testsupport::wellFormed(text) + (bytes.size() % 2 == 0 ? u"" : u"\uFFFD");
 }
 
 std::string keyOf(const SortTable& table, std::string_view bytes, SortStrength strength)
@@ -100,23 +92,6 @@ std::string icuKeyOf(const UCollator* collator, const std::u16string& text)
     }
     key.resize(size);
     return key;
-}
-
-std::wstring wideOf(const std::u16string& text)
-{
-    std::wstring wide;
-    const auto size = static_cast<std::int32_t>(text.size());
-    for (std::int32_t i = 0; i < size;) {
-        UChar32 character = 0;
-        U16_NEXT(text.data(), i, size, character);
-        wide += static_cast<wchar_t>(character);
-    }
-    return wide;
-}
-
-int sign(int value)
-{
-    return (value > 0 ? 1 : 0) - (value < 0 ? 1 : 0);
 }
 
 }  // namespace

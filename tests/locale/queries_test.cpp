@@ -4,6 +4,7 @@
 
 #include "locales.h"
 #include "printers.h"
+#include "sign.h"
 #include "vel/messages/messagetable.h"
 
 // Era, case mapping, comparison, the display name, and the buffers that queries append to.
@@ -59,11 +60,6 @@ TEST(LocaleQueries, ALongTextMakesTheBufferGrowToOneLessThanAPowerOfTwo)
     Locale::kUSA.mapString(Locale::kLowerCase, text.data(), 64, out);
     EXPECT_EQ(127U, out.capacity());
     EXPECT_EQ(String(text), out.toString());
-}
-
-int sign(int value)
-{
-    return (value > 0) - (value < 0);
 }
 
 TEST(LocaleQueries, TextsCompareByCodePoint)

@@ -6,18 +6,15 @@
 #include <string>
 
 #include "printers.h"
+#include "sign.h"
 #include "vel/core/nocasecompare.h"
 #include "vel/core/string.h"
 
 namespace {
 
+using testsupport::sign;
 using vel::compareNoCase;
 using vel::foldCase;
-
-int sign(int value)
-{
-    return value < 0 ? -1 : value > 0 ? 1 : 0;
-}
 
 TEST(CaseFolding, RowsOfTheHeader)
 {

@@ -11,7 +11,7 @@
 #include "sortdata.h"
 #include "sortname.h"
 #include "tablebuilder.h"
-#include "utf16bytes.h"
+#include "utf16text.h"
 
 // The tables of sorts from within, and the ways that texts take through them.
 namespace builtsort {
@@ -27,7 +27,7 @@ inline std::unique_ptr<const vel::nls::SortData> build(const std::string& tag)
 inline bool isShort(const vel::nls::SortData& data, std::u16string_view text,
                     vel::nls::SortStrength strength = vel::nls::SortStrength::kTertiary)
 {
-    const std::string bytes = sortpairs::bytesOf(text);
+    const std::string bytes = testsupport::bytesOf(text);
     std::string key(64 * text.size() + 64, '\0');
     const vel::nls::ShortKeyMaker make = vel::nls::shortKeyMaker(data, strength);
     return make(data, reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(),
@@ -37,7 +37,7 @@ inline bool isShort(const vel::nls::SortData& data, std::u16string_view text,
 /// Code units that ICU reads.
 inline std::size_t slowUnits(const vel::nls::SortData& data, std::u16string_view text)
 {
-    const std::string bytes = sortpairs::bytesOf(text);
+    const std::string bytes = testsupport::bytesOf(text);
     vel::nls::KeyWriter writer(data, vel::nls::SortStrength::kTertiary, nullptr, 0);
     writer.write(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
     return writer.slowUnits();

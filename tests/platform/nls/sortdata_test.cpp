@@ -11,7 +11,7 @@ namespace {
 
 using namespace vel::nls;
 using namespace builtsort;
-using sortpairs::bytesOf;
+using testsupport::bytesOf;
 
 TEST(SortEntries, OneLoadTellsOfALetterWithAnAccent)
 {

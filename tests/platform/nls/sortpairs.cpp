@@ -2,67 +2,31 @@
 
 #include <unicode/ucol.h>
 #include <unicode/uloc.h>
-#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <vector>
 
+#include "sign.h"
 #include "sorttexts.h"
-#include "utf16bytes.h"
+#include "utf16text.h"
 #include "vel/nls/sorttable.h"
 
 namespace sortpairs {
 
 namespace {
 
+using testsupport::bytesOf;
+using testsupport::sign;
+using testsupport::wellFormed;
+using testsupport::wideOf;
 using vel::nls::SortStrength;
 using vel::nls::SortTable;
 
 constexpr UCollationStrength kStrengths[] = {UCOL_PRIMARY, UCOL_SECONDARY, UCOL_TERTIARY, UCOL_QUATERNARY,
                                              UCOL_IDENTICAL};
 constexpr std::size_t kFamily = 8;
-
-bool isLead(char16_t unit)
-{
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-
-bool isTrail(char16_t unit)
-{
-    return unit >= 0xDC00 && unit < 0xE000;
-}
-
-/// Lone surrogates replaced by U+FFFD.
-std::u16string wellFormed(std::u16string text)
-{
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (isLead(text[i]) && i + 1 < text.size() && isTrail(text[i + 1])) {
-            ++i;
-        } else if (isLead(text[i]) || isTrail(text[i])) {
-            text[i] = 0xFFFD;
-        }
-    }
-    return text;
-}
-
-std::wstring wideOf(const std::u16string& text)
-{
-    std::wstring wide;
-    const auto size = static_cast<std::int32_t>(text.size());
-    for (std::int32_t i = 0; i < size;) {
-        UChar32 character = 0;
-        U16_NEXT(text.data(), i, size, character);
-        wide += static_cast<wchar_t>(character);
-    }
-    return wide;
-}
-
-int sign(int value)
-{
-    return (value > 0 ? 1 : 0) - (value < 0 ? 1 : 0);
-}
 
 class Collator
 {

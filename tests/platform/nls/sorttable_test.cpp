@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "faileverywhere.h"
-#include "utf16bytes.h"
+#include "utf16text.h"
 
 namespace {
 
-using sortpairs::bytesOf;
+using testsupport::bytesOf;
 using vel::nls::SortStrength;
 using vel::nls::SortTable;
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "eightthreads.h"
-#include "utf16bytes.h"
+#include "utf16text.h"
 #include "vel/nls/sorttable.h"
 
 namespace {
@@ -18,7 +18,7 @@ constexpr int kThreads = 16;
 
 std::string keyOf(const SortTable& table, std::u16string_view text, SortStrength strength)
 {
-    const std::string bytes = sortpairs::bytesOf(text);
+    const std::string bytes = testsupport::bytesOf(text);
     std::string key(32 * bytes.size() + 64, '\0');
     key.resize(table.makeKey(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), strength,
                              reinterpret_cast<unsigned char*>(key.data()), key.size()));
