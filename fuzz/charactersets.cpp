@@ -9,11 +9,13 @@
 #include <vector>
 
 #include "../tests/support/memoryfile.h"
+#include "require.h"
 #include "vel/xml/xmlexception.h"
 #include "webi18n/charactersetresolver.h"
 
 namespace {
 
+using fuzzing::require;
 using vel::CharacterSet;
 using vel::CharacterSetDefinition;
 using vel::CharacterSetList;
@@ -25,13 +27,6 @@ using Entries = CharacterSetList::DefinitionList;
 /// Lists that are compared with each other, and entries of each: the choice between all of them would take too long.
 constexpr std::size_t kMostLists = 8;
 constexpr std::size_t kMostEntries = 64;
-
-void require(bool law)
-{
-    if (!law) {
-        __builtin_trap();
-    }
-}
 
 template <typename Load>
 void loadOrRefuse(CharacterSetResolver& resolver, std::string_view bytes, Load load)

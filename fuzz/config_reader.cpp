@@ -2,20 +2,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
+#include "require.h"
 #include "vel/config/configreader.h"
 #include "vel/xml/xmldocument.h"
 
 namespace {
 
-void require(bool condition)
-{
-    if (!condition) {
-        std::abort();
-    }
-}
+using fuzzing::require;
 
 void checkValue(const vel::XmlConfigReader& reader, const vel::String& key)
 {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "../tests/support/memoryfile.h"
+#include "require.h"
 #include "vel/config/configreader.h"
 #include "vel/messages/messageformatter.h"
 #include "vel/xml/xmldocument.h"
@@ -15,19 +16,13 @@
 
 namespace {
 
+using fuzzing::require;
 using vel::Currency;
 using vel::CurrencyLookup;
 using vel::GDVariant;
 using vel::Handle;
 using vel::MessageTable;
 using vel::String;
-
-void require(bool law)
-{
-    if (!law) {
-        __builtin_trap();
-    }
-}
 
 /// The process's catalogue of locales with one locale that local currencies can belong to.
 bool loadLocales()

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "require.h"
 #include "vel/core/uppercase.h"
 #include "vel/xml/xmldocument.h"
 #include "webi18n/nlsutils.h"
@@ -12,16 +13,10 @@
 
 namespace {
 
+using fuzzing::require;
 using vel::JavaLocale;
 using vel::Locale;
 using vel::String;
-
-void require(bool condition)
-{
-    if (!condition) {
-        __builtin_trap();
-    }
-}
 
 /// A locale with that definition name; as many characters of it as XML takes.
 Locale named(std::wstring_view name)

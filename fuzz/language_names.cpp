@@ -6,22 +6,17 @@
 #include <string>
 #include <string_view>
 
+#include "require.h"
 #include "vel/nls/nlsservice.h"
 
 namespace {
 
+using fuzzing::require;
 using namespace vel::nls;
 
 /// Tables stay until the last load context is freed: a fuzzer meets more sorts than memory holds, an installation does
 /// not.
 constexpr int kNamesPerContext = 64;
-
-void require(bool condition)
-{
-    if (!condition) {
-        __builtin_trap();
-    }
-}
 
 class Service
 {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "../tests/support/memoryfile.h"
+#include "require.h"
 #include "vel/config/configreader.h"
 #include "vel/xml/xmldocument.h"
 #include "vel/xml/xmlexception.h"
@@ -14,16 +15,10 @@
 
 namespace {
 
+using fuzzing::require;
 using vel::Locale;
 using vel::LocaleTagLookup;
 using vel::String;
-
-void require(bool law)
-{
-    if (!law) {
-        __builtin_trap();
-    }
-}
 
 /// The names of the document's definitions, as a configuration that allows them all.
 vel::Handle<vel::MemoryConfigReader> allowEverything(const vel::XmlDocument& document)

@@ -7,6 +7,7 @@
 
 #include "../tests/reference/slowmapping.h"
 #include "../tests/support/memoryfile.h"
+#include "require.h"
 #include "vel/config/configreader.h"
 #include "vel/core/utf8.h"
 #include "vel/xml/xmldocument.h"
@@ -16,16 +17,10 @@
 
 namespace {
 
+using fuzzing::require;
 using vel::Locale;
 using vel::LocaleTagLookup;
 using vel::String;
-
-void require(bool law)
-{
-    if (!law) {
-        __builtin_trap();
-    }
-}
 
 constexpr std::string_view kDefinitions =
     "<d><localeDefinition name=\"en-us\"/><localeDefinition name=\"fr-fr\"/><localeDefinition name=\"de-de\"/></d>";

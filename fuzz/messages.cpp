@@ -3,21 +3,16 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
+#include "require.h"
 #include "vel/messages/messageformatter.h"
 #include "vel/messages/messagetable.h"
 #include "vel/xml/xmldocument.h"
 
 namespace {
 
-void require(bool condition)
-{
-    if (!condition) {
-        std::abort();
-    }
-}
+using fuzzing::require;
 
 void checkMessage(const vel::Handle<const vel::MessageTable>& table, const vel::String& key)
 {

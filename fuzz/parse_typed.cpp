@@ -2,16 +2,16 @@
 // byte is what is expected, the second chooses the locale; then lines: the text, and, where they are not empty, a time
 // and a date separator of a user's own.
 
-#include <algorithm>
-#include <array>
 #include <clocale>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
+#include <string>
 #include <vector>
 
+#include "require.h"
 #include "slowparsedatetime.h"
+#include "texts.h"
 #include "vel/xml/xmldocument.h"
 #include "webi18n/parsedatetime.h"
 #include "widebytes.h"
@@ -66,32 +66,15 @@ std::vector<Locale> makeLocales()
     return locales;
 }
 
-/// The first three lines.
-std::array<std::wstring, 3> linesOf(const std::wstring& text)
-{
-    std::array<std::wstring, 3> lines;
-    std::size_t begin = 0;
-    for (std::wstring& line : lines) {
-        const std::size_t end = std::min(text.find(L'\n', begin), text.size());
-        line = text.substr(begin, end - begin);
-        begin = std::min(end + 1, text.size());
-    }
-    return lines;
-}
-
 void compare(const std::wstring& text, const Locale& locale, unsigned expected)
 {
-    // A block of exactly the text's size: a sanitizer sees a read past its end.
-    const std::unique_ptr<wchar_t[]> copy(new wchar_t[text.size()]);
-    std::copy(text.begin(), text.end(), copy.get());
+    const fuzzing::ExactText copy(text);
     vel::DateTime value;
     value.m_nMonth = 77;
-    const unsigned found = vel::ParseDateTime::parse(std::wstring_view(copy.get(), text.size()), locale,
-                                                     static_cast<vel::ParseDateTime::Fields>(expected), value);
+    const unsigned found =
+        vel::ParseDateTime::parse(copy.view(), locale, static_cast<vel::ParseDateTime::Fields>(expected), value);
     const reference::TypedAnswer slow = reference::parseTyped(text, reference::Conventions::of(locale), expected);
-    if (found != slow.m_nFound || value != slow.m_tValue) {
-        __builtin_trap();
-    }
+    fuzzing::require(found == slow.m_nFound && value == slow.m_tValue);
 }
 
 }  // namespace
@@ -102,7 +85,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < 2) {
         return 0;
     }
-    const auto [text, timeSeparator, dateSeparator] = linesOf(fuzzing::widen(data + 2, size - 2));
+    const auto [text, timeSeparator, dateSeparator] = fuzzing::linesOf<3>(fuzzing::widen(data + 2, size - 2));
     Locale locale = kLocales[data[1] % kLocales.size()];
     if (!timeSeparator.empty()) {
         locale.setOverridingTimeInputFormat(vel::String(timeSeparator), Locale::kNotDefined24HR);

@@ -3,14 +3,15 @@
 // twelve are the fields of a moment; then lines: the picture, a number, and, where they are not empty, a thousands and
 // a decimal separator of a user's own.
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
+#include "require.h"
 #include "slowdatepicture.h"
+#include "texts.h"
 #include "vel/xml/xmldocument.h"
 #include "webi18n-render/datepicture.h"
 #include "webi18n-render/rendernumber.h"
@@ -18,6 +19,7 @@
 
 namespace {
 
+using fuzzing::require;
 using vel::Decimal;
 using vel::Locale;
 
@@ -42,26 +44,6 @@ std::vector<Locale> makeLocales()
     return locales;
 }
 
-void require(bool holds)
-{
-    if (!holds) {
-        __builtin_trap();
-    }
-}
-
-/// The first four lines.
-std::array<std::wstring, 4> linesOf(const std::wstring& text)
-{
-    std::array<std::wstring, 4> lines;
-    std::size_t begin = 0;
-    for (std::wstring& line : lines) {
-        const std::size_t end = std::min(text.find(L'\n', begin), text.size());
-        line = text.substr(begin, end - begin);
-        begin = std::min(end + 1, text.size());
-    }
-    return lines;
-}
-
 vel::DateTime momentOf(const std::uint8_t* bytes)
 {
     const auto field = [bytes](std::size_t index) {
@@ -72,14 +54,11 @@ vel::DateTime momentOf(const std::uint8_t* bytes)
 
 void renderDate(const std::wstring& picture, const vel::DateTime& moment, const Locale& locale)
 {
-    // A block of exactly the picture's size: a sanitizer sees a read past its end.
-    const std::unique_ptr<wchar_t[]> copy(new wchar_t[picture.size()]);
-    std::copy(picture.begin(), picture.end(), copy.get());
-    const std::wstring_view exact(copy.get(), picture.size());
+    const fuzzing::ExactText exact(picture);
     vel::StringBuffer<4> compiled;
     vel::StringBuffer<4> once;
-    vel::DatePicture(exact).append(moment, locale, compiled);
-    vel::DatePicture::append(exact, moment, locale, once);
+    vel::DatePicture(exact.view()).append(moment, locale, compiled);
+    vel::DatePicture::append(exact.view(), moment, locale, once);
     const std::wstring slow = reference::renderDate(picture, moment, locale);
     require(compiled.view() == slow);
     require(once.view() == slow);
@@ -131,7 +110,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < kFieldBytes) {
         return 0;
     }
-    const auto [picture, number, thousands, decimal] = linesOf(fuzzing::widen(data + kFieldBytes, size - kFieldBytes));
+    const auto [picture, number, thousands, decimal] =
+        fuzzing::linesOf<4>(fuzzing::widen(data + kFieldBytes, size - kFieldBytes));
     Locale locale = kLocales[data[0] % kLocales.size()];
     locale.setOverridingThousandsSeparator(vel::String(thousands));
     locale.setOverridingDecimalSeparator(vel::String(decimal));

@@ -12,16 +12,12 @@
 #include "preferences.h"
 #include "qualitylist.h"
 #include "query.h"
+#include "require.h"
 #include "serverlimits.h"
 
 namespace {
 
-void require(bool holds)
-{
-    if (!holds) {
-        __builtin_trap();
-    }
-}
+using fuzzing::require;
 
 void checkList(const server::QualityList& list, std::string_view header)
 {

@@ -16,10 +16,12 @@
 
 #include "../tests/support/sign.h"
 #include "../tests/support/utf16text.h"
+#include "require.h"
 #include "vel/nls/sorttable.h"
 
 namespace {
 
+using fuzzing::require;
 using testsupport::sign;
 using testsupport::wideOf;
 using vel::nls::SortStrength;
@@ -40,10 +42,10 @@ struct Sort
 /// Each is opened when it is first chosen: all of them at once would make the first input a slow one.
 const Sort& sortOf(std::size_t number)
 {
-    static std::array<Sort, std::size(kTags)> s_sorts{};
-    Sort& sort = s_sorts[number % s_sorts.size()];
+    static std::array<Sort, std::size(kTags)> sorts{};
+    Sort& sort = sorts[number % sorts.size()];
     if (sort.m_pTable == nullptr) {
-        const char* tag = kTags[number % s_sorts.size()];
+        const char* tag = kTags[number % sorts.size()];
         UErrorCode status = U_ZERO_ERROR;
         char id[256];
         int32_t parsed = 0;
@@ -73,10 +75,8 @@ std::string keyOf(const SortTable& table, std::string_view bytes, SortStrength s
     // Blocks of exactly the sizes: a sanitizer sees what goes beyond them.
     const std::size_t size = table.makeKey(data, bytes.size(), strength, nullptr, 0);
     const std::unique_ptr<unsigned char[]> key(new unsigned char[size]);
-    if (table.makeKey(data, bytes.size(), strength, key.get(), size) != size ||
-        (size != 0 && std::memchr(key.get(), 0, size) != nullptr)) {
-        __builtin_trap();
-    }
+    require(table.makeKey(data, bytes.size(), strength, key.get(), size) == size);
+    require(size == 0 || std::memchr(key.get(), 0, size) == nullptr);
     return std::string(reinterpret_cast<const char*>(key.get()), size);
 }
 
@@ -114,10 +114,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int expected = sign(icuKeyOf(sort.m_pCollator, leftText).compare(icuKeyOf(sort.m_pCollator, rightText)));
     const std::wstring leftWide = wideOf(leftText);
     const std::wstring rightWide = wideOf(rightText);
-    if (sign(keyOf(*sort.m_pTable, left, ours).compare(keyOf(*sort.m_pTable, right, ours))) != expected ||
-        sort.m_pTable->compare(leftWide.data(), leftWide.size(), rightWide.data(), rightWide.size(), ours) !=
-            expected) {
-        __builtin_trap();
-    }
+    require(sign(keyOf(*sort.m_pTable, left, ours).compare(keyOf(*sort.m_pTable, right, ours))) == expected);
+    require(sort.m_pTable->compare(leftWide.data(), leftWide.size(), rightWide.data(), rightWide.size(), ours) ==
+            expected);
     return 0;
 }

@@ -12,19 +12,15 @@
 #include <string>
 #include <string_view>
 
+#include "require.h"
 #include "vel/transcoding/transcodingencoder.h"
 #include "widebytes.h"
 
 namespace {
 
-constexpr std::size_t kLongest = 4096;
+using fuzzing::require;
 
-void require(bool condition)
-{
-    if (!condition) {
-        __builtin_trap();
-    }
-}
+constexpr std::size_t kLongest = 4096;
 
 constexpr const char* kSets[] = {"UTF-8",     "UTF-16BE",    "UTF-16LE", "UTF-16",    "windows-1252", "KOI8-R",
                                  "Shift_JIS", "EUC-JP",      "EUC-KR",   "Big5",      "Big5-HKSCS",   "GBK",
@@ -55,8 +51,8 @@ struct Set
 
 const Set& setOf(std::uint8_t choice)
 {
-    static std::unique_ptr<const Set> s_sets[std::size(kSets)];
-    std::unique_ptr<const Set>& chosen = s_sets[choice % std::size(kSets)];
+    static std::unique_ptr<const Set> sets[std::size(kSets)];
+    std::unique_ptr<const Set>& chosen = sets[choice % std::size(kSets)];
     if (chosen == nullptr) {
         chosen = std::make_unique<const Set>(kSets[choice % std::size(kSets)]);
     }

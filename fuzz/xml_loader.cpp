@@ -8,21 +8,16 @@
 #include <vector>
 
 #include "../platform/xml/xmlnode.h"
+#include "require.h"
 #include "vel/xml/xmldocument.h"
 #include "vel/xml/xmlpath.h"
 
 namespace {
 
+using fuzzing::require;
 using vel::XmlDocument;
 using vel::XmlElement;
 using vel::xml_details::XmlElementNode;
-
-void require(bool condition)
-{
-    if (!condition) {
-        __builtin_trap();
-    }
-}
 
 struct Item
 {

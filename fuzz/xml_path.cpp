@@ -8,24 +8,19 @@
 #include <string_view>
 #include <vector>
 
+#include "require.h"
 #include "vel/xml/xmldocument.h"
 #include "vel/xml/xmlpath.h"
 
 namespace {
 
+using fuzzing::require;
 using vel::XmlDocument;
 using vel::XmlElement;
 using vel::XmlPath;
 
 constexpr std::string_view kDocument =
     "<r><a b='1'><b c=''/><a b='1'/><a b='2'><a b=\"'\"/></a></a><b/><x:a b='1' c='2'><b c='2'/></x:a><a/></r>";
-
-void require(bool condition)
-{
-    if (!condition) {
-        __builtin_trap();
-    }
-}
 
 std::wstring textOf(const XmlPath& path)
 {
