@@ -9,9 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "../tests/support/exacttext.h"
+#include "lines.h"
 #include "require.h"
 #include "slowparsedatetime.h"
-#include "texts.h"
 #include "vel/xml/xmldocument.h"
 #include "webi18n/parsedatetime.h"
 #include "widebytes.h"
@@ -68,7 +69,7 @@ std::vector<Locale> makeLocales()
 
 void compare(const std::wstring& text, const Locale& locale, unsigned expected)
 {
-    const fuzzing::ExactText copy(text);
+    const testsupport::ExactText copy(text);
     vel::DateTime value;
     value.m_nMonth = 77;
     const unsigned found =

@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "../tests/support/exacttext.h"
 #include "require.h"
 #include "slowparsedatetime.h"
-#include "texts.h"
 #include "webi18n/parsedatetime.h"
 #include "widebytes.h"
 
@@ -22,11 +22,10 @@ constexpr std::size_t kLongest = 4096;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::wstring text = fuzzing::widen(data, std::min(size, kLongest));
-    const fuzzing::ExactText copy(text);
+    const testsupport::ExactText copy(text);
     const vel::DateTime before{-1, 77, 77, 77, 77, 77, 77};
     vel::DateTime value = before;
-    const vel::ParseDateTime::XmlType form =
-        vel::ParseDateTime::parseXmlDateTime(copy.view().data(), copy.view().data() + text.size(), value);
+    const vel::ParseDateTime::XmlType form = vel::ParseDateTime::parseXmlDateTime(copy.begin(), copy.end(), value);
     const reference::XmlAnswer slow = reference::parseXml(text);
     require(form == slow.m_eForm);
     require(slow.m_bUntouched ? value == before : value != before);

@@ -9,9 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "../tests/support/exacttext.h"
+#include "lines.h"
 #include "require.h"
 #include "slowdatepicture.h"
-#include "texts.h"
 #include "vel/xml/xmldocument.h"
 #include "webi18n-render/datepicture.h"
 #include "webi18n-render/rendernumber.h"
@@ -54,7 +55,7 @@ vel::DateTime momentOf(const std::uint8_t* bytes)
 
 void renderDate(const std::wstring& picture, const vel::DateTime& moment, const Locale& locale)
 {
-    const fuzzing::ExactText exact(picture);
+    const testsupport::ExactText exact(picture);
     vel::StringBuffer<4> compiled;
     vel::StringBuffer<4> once;
     vel::DatePicture(exact.view()).append(moment, locale, compiled);

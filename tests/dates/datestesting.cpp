@@ -1,10 +1,10 @@
 #include "datestesting.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
 
+#include "exacttext.h"
 #include "vel/xml/xmldocument.h"
 
 namespace datestesting {
@@ -67,13 +67,6 @@ DateTime filled()
     return value;
 }
 
-std::unique_ptr<wchar_t[]> exactCopy(std::wstring_view text)
-{
-    std::unique_ptr<wchar_t[]> copy(new wchar_t[text.size()]);
-    std::copy(text.begin(), text.end(), copy.get());
-    return copy;
-}
-
 }  // namespace
 
 Locale makeLocale(const reference::Conventions& conventions)
@@ -92,19 +85,19 @@ Locale makeLocale(const reference::Conventions& conventions)
 
 Parsed parseTyped(std::wstring_view text, const Locale& locale, unsigned expected)
 {
-    const std::unique_ptr<wchar_t[]> copy = exactCopy(text);
+    const testsupport::ExactText copy(text);
     Parsed result{0, filled()};
-    result.m_nFound = ParseDateTime::parse(std::wstring_view(copy.get(), text.size()), locale,
-                                           static_cast<ParseDateTime::Fields>(expected), result.m_tValue);
+    result.m_nFound =
+        ParseDateTime::parse(copy.view(), locale, static_cast<ParseDateTime::Fields>(expected), result.m_tValue);
     return result;
 }
 
 XmlParsed parseXml(std::wstring_view text)
 {
-    const std::unique_ptr<wchar_t[]> copy = exactCopy(text);
+    const testsupport::ExactText copy(text);
     XmlParsed result;
     result.m_tValue = filled();
-    result.m_eForm = ParseDateTime::parseXmlDateTime(copy.get(), copy.get() + text.size(), result.m_tValue);
+    result.m_eForm = ParseDateTime::parseXmlDateTime(copy.begin(), copy.end(), result.m_tValue);
     result.m_bUntouched = result.m_tValue == filled();
     return result;
 }

@@ -4,8 +4,8 @@
 
 #include "datestesting.h"
 #include "failingallocator.h"
-#include "vel/config/configreader.h"
-#include "webi18n/localetaglookup.h"
+#include "moments.h"
+#include "packlocales.h"
 
 // Laws that hold for every locale of the data pack: what is written in its input formats is read back.
 
@@ -13,6 +13,8 @@ namespace {
 
 using datestesting::describe;
 using datestesting::show;
+using testsupport::nameOf;
+using testsupport::only;
 using vel::DateTime;
 using vel::Locale;
 using vel::ParseDateTime;
@@ -21,20 +23,9 @@ using vel::String;
 constexpr std::size_t kMoments = datestesting::isSanitized() ? 100 : 2000;
 constexpr std::size_t kFewestLocales = 400;
 
-std::vector<Locale> loadPack()
-{
-    const vel::Handle<vel::MemoryConfigReader> reader = vel::makeHandle<vel::MemoryConfigReader>();
-    reader->set(L"Localization/AllowedLocalesFile", vel::stringFromUtf8(WEBI18N_PACK "/localelists.xml").value());
-    const vel::Handle<vel::LocaleTagLookup> catalogue = vel::makeHandle<vel::LocaleTagLookup>();
-    catalogue->loadLocaleDefinitions(*reader, vel::stringFromUtf8(WEBI18N_PACK "/localedefinitions.xml").value());
-    std::vector<Locale> locales;
-    catalogue->getSupportedLocales(locales);
-    return locales;
-}
-
 const std::vector<Locale>& pack()
 {
-    static const std::vector<Locale> kLocales = loadPack();
+    static const std::vector<Locale> kLocales = testsupport::packLocales(WEBI18N_PACK);
     return kLocales;
 }
 
@@ -119,21 +110,6 @@ std::wstring write(std::wstring_view format, const DateTime& moment, const Local
     return text;
 }
 
-DateTime only(unsigned fields, DateTime moment)
-{
-    if ((fields & ParseDateTime::kDate) == 0) {
-        moment.m_nYear = 0;
-        moment.m_nMonth = 0;
-        moment.m_nDay = 0;
-    }
-    if ((fields & ParseDateTime::kTime) == 0) {
-        moment.m_nHour = 0;
-        moment.m_nMinute = 0;
-        moment.m_nSecond = 0;
-    }
-    return moment;
-}
-
 /// What the text gives instead of exactly the fields of the moment; empty when it gives those.
 std::string difference(const std::wstring& text, const Locale& locale, unsigned fields, const DateTime& moment)
 {
@@ -165,11 +141,6 @@ std::string firstNotReadBack(const Locale& locale, const std::vector<DateTime>& 
         }
     }
     return "";
-}
-
-std::string nameOf(const Locale& locale)
-{
-    return vel::toUtf8Lossy(locale.definitionName().view());
 }
 
 TEST(PackLaw, InputFormatsAreReadBack)

@@ -1,8 +1,7 @@
-#include <algorithm>
 #include <limits>
-#include <memory>
 #include <random>
 
+#include "exacttext.h"
 #include "printers.h"
 #include "rendering.h"
 #include "slowdatepicture.h"
@@ -16,16 +15,13 @@ using rendering::decimal;
 using vel::DateTime;
 using vel::Locale;
 
-/// The picture in a block of exactly its size, so that a sanitizer sees a read past the end.
 std::wstring rendered(std::wstring_view picture, const DateTime& moment, const Locale& locale)
 {
-    const std::unique_ptr<wchar_t[]> copy(new wchar_t[picture.size()]);
-    std::copy(picture.begin(), picture.end(), copy.get());
-    const std::wstring_view exact(copy.get(), picture.size());
+    const testsupport::ExactText exact(picture);
     vel::StringBuffer<8> compiled;
     vel::StringBuffer<8> once;
-    vel::DatePicture(exact).append(moment, locale, compiled);
-    vel::DatePicture::append(exact, moment, locale, once);
+    vel::DatePicture(exact.view()).append(moment, locale, compiled);
+    vel::DatePicture::append(exact.view(), moment, locale, once);
     EXPECT_EQ(compiled.view(), once.view());
     return std::wstring(compiled.view());
 }

@@ -1,5 +1,7 @@
 #include <random>
 
+#include "moments.h"
+#include "packlocales.h"
 #include "printers.h"
 #include "rendering.h"
 #include "slowdatepicture.h"
@@ -9,8 +11,9 @@
 
 namespace {
 
-using rendering::nameOf;
 using rendering::pack;
+using testsupport::nameOf;
+using testsupport::only;
 using vel::DateTime;
 using vel::Decimal;
 using vel::Locale;
@@ -34,22 +37,6 @@ std::vector<DateTime> moments()
     while (result.size() < 100) {
         result.push_back({static_cast<std::int16_t>(1 + below(9999)), static_cast<std::uint16_t>(1 + below(12)),
                           static_cast<std::uint16_t>(1 + below(31)), below(24), below(60), below(60), 0});
-    }
-    return result;
-}
-
-DateTime only(unsigned fields, const DateTime& moment)
-{
-    DateTime result = moment;
-    if ((fields & ParseDateTime::kDate) == 0) {
-        result.m_nYear = 0;
-        result.m_nMonth = 0;
-        result.m_nDay = 0;
-    }
-    if ((fields & ParseDateTime::kTime) == 0) {
-        result.m_nHour = 0;
-        result.m_nMinute = 0;
-        result.m_nSecond = 0;
     }
     return result;
 }

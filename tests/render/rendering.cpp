@@ -4,8 +4,7 @@
 #include <stdexcept>
 
 #include "locales.h"
-#include "vel/config/configreader.h"
-#include "webi18n/localetaglookup.h"
+#include "packlocales.h"
 
 namespace rendering {
 
@@ -13,17 +12,6 @@ namespace {
 
 using vel::Decimal;
 using vel::Locale;
-
-std::vector<Locale> loadPack()
-{
-    const vel::Handle<vel::MemoryConfigReader> reader = vel::makeHandle<vel::MemoryConfigReader>();
-    reader->set(L"Localization/AllowedLocalesFile", vel::stringFromUtf8(WEBI18N_PACK "/localelists.xml").value());
-    const vel::Handle<vel::LocaleTagLookup> catalogue = vel::makeHandle<vel::LocaleTagLookup>();
-    catalogue->loadLocaleDefinitions(*reader, vel::stringFromUtf8(WEBI18N_PACK "/localedefinitions.xml").value());
-    std::vector<Locale> locales;
-    catalogue->getSupportedLocales(locales);
-    return locales;
-}
 
 std::string utf8(const vel::StringBufferBase& buffer)
 {
@@ -34,14 +22,14 @@ std::string utf8(const vel::StringBufferBase& buffer)
 
 const std::vector<Locale>& pack()
 {
-    static const std::vector<Locale> kLocales = loadPack();
+    static const std::vector<Locale> kLocales = testsupport::packLocales(WEBI18N_PACK);
     return kLocales;
 }
 
 Locale packLocale(std::string_view name)
 {
     for (const Locale& each : pack()) {
-        if (nameOf(each) == name) {
+        if (testsupport::nameOf(each) == name) {
             return each;
         }
     }
@@ -106,11 +94,6 @@ std::string percent(const Decimal& value, const Locale& locale, int digits)
 Locale usaWith(const std::string& properties)
 {
     return testsupport::localeOf(properties, Locale::kUSA);
-}
-
-std::string nameOf(const Locale& locale)
-{
-    return vel::toUtf8Lossy(locale.definitionName().view());
 }
 
 }  // namespace rendering

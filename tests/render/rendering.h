@@ -33,6 +33,4 @@ std::string percent(const vel::Decimal& value, const vel::Locale& locale, int di
 /// The built-in locale with other properties: `<property name="...">...</property>` in a row.
 vel::Locale usaWith(const std::string& properties);
 
-std::string nameOf(const vel::Locale& locale);
-
 }  // namespace rendering

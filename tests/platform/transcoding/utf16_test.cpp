@@ -5,6 +5,7 @@
 #include <memory>
 #include <random>
 
+#include "exacttext.h"
 #include "icureference.h"
 #include "loops.h"
 
@@ -29,9 +30,8 @@ std::string encodedRoomily(std::wstring_view text)
 {
     const std::size_t room = std::max<std::size_t>(32, text.size() * vel::kUtf16BytesPerCharacter);
     const std::unique_ptr<char[]> buffer(new char[room]);
-    const std::unique_ptr<wchar_t[]> exactly(new wchar_t[text.size()]);
-    std::copy(text.begin(), text.end(), exactly.get());
-    return {buffer.get(), vel::encodeUtf16BigEndian(exactly.get(), text.size(), buffer.get(), room)};
+    const testsupport::ExactText exactly(text);
+    return {buffer.get(), vel::encodeUtf16BigEndian(exactly.begin(), text.size(), buffer.get(), room)};
 }
 
 struct Decoded

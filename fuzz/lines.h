@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <memory>
 #include <string>
-#include <string_view>
 
 namespace fuzzing {
 
@@ -22,20 +20,5 @@ std::array<std::wstring, count> linesOf(const std::wstring& text)
     }
     return lines;
 }
-
-/// A copy in a block of exactly the text's size: a sanitizer sees a read past its end.
-class ExactText
-{
-public:
-    explicit ExactText(std::wstring_view text) : m_pText(new wchar_t[text.size()]), m_nLength(text.size())
-    {
-        std::copy(text.begin(), text.end(), m_pText.get());
-    }
-    std::wstring_view view() const noexcept { return {m_pText.get(), m_nLength}; }
-
-private:
-    std::unique_ptr<wchar_t[]> m_pText;
-    std::size_t m_nLength;
-};
 
 }  // namespace fuzzing

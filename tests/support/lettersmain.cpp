@@ -3,8 +3,8 @@
 #include <clocale>
 #include <cstdio>
 
-// Which characters are letters is asked of the C library, so every script's AM and PM markers are found only under a
-// character type that knows them; the library itself never chooses one.
+// For tests that read dates: which characters are letters is asked of the C library, so every script's AM and PM
+// markers are found only under a character type that knows them; the library itself never chooses one.
 int main(int argc, char** argv)
 {
     if (std::setlocale(LC_CTYPE, "C.UTF-8") == nullptr) {
