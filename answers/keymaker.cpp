@@ -10,10 +10,13 @@ namespace answers {
 using vel::String;
 using vel::i18n::Collator;
 using vel::i18n::NLSEnvironment;
+using vel::nls_internal_wrapper::NLSLanguage;
 
 namespace {
 
 constexpr const wchar_t* ksBinary = L"binary";
+constexpr const wchar_t* ksRoot = L"und";
+constexpr const wchar_t* ksOfTheService = L".AL16UTF16";
 
 Collator makeCollator(vel::i18n::NLSThreadContext& context, const String& sort, vel::i18n::CollationStrength strength)
 {
@@ -29,13 +32,30 @@ Collator makeCollator(vel::i18n::NLSThreadContext& context, const String& sort, 
 
 bool isSort(vel::i18n::NLSThreadContext& context, const String& name)
 {
-    vel::nls_internal_wrapper::NLSLanguage language(context.getInternalNlsGlobals(), L".AL16UTF16");
+    NLSLanguage language(context.getInternalNlsGlobals(), ksOfTheService);
     // The cheapest sort that there is: what is unknown leaves it in force.
     language.modifyLinguisticSort(ksBinary);
     language.modifyLinguisticSort(name);
     const bool isAscii = name.view().find_first_of(L'\0') == String::kNotFound &&
                          std::all_of(name.begin(), name.end(), [](wchar_t each) { return each > 0 && each < 0x80; });
     return isAscii && (language.getLinguisticSort() != ksBinary || name.equalsNoCase(ksBinary));
+}
+
+String unknownLanguageOf(vel::i18n::NLSThreadContext& context, const String& sort)
+{
+    NLSLanguage language(context.getInternalNlsGlobals(), ksOfTheService);
+    language.modifyLinguisticSort(sort);
+    const String name = language.getLinguisticSort();  // the tag as it is usually written: he for iw, tlh for i-klingon
+    String code(name.view().substr(0, name.view().find(L'-')));
+    if (code == ksRoot || name == ksBinary) {
+        return {};
+    }
+    try {
+        language.setNLSLanguage(context.getInternalNlsGlobals(), code + ksOfTheService);
+    } catch (const wchar_t*) {
+        return code;
+    }
+    return {};
 }
 
 KeyMaker::KeyMaker(const String& sort, vel::i18n::CollationStrength strength)

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -124,6 +125,48 @@ TEST(Sort, anUnknownSortOrStrengthIsWrongUsage)
     }
     EXPECT_EQ(runOn("a\n", {"sort"}).m_nExit, 2);
     EXPECT_EQ(runOn("a\n", {"sort", "--sort", "en", "--memory", "0"}).m_nExit, 2);
+}
+
+TEST(Sort, aTagOfNoKnownLanguageIsNotedOnceAndHasTheRootOrder)
+{
+    const std::string notes =
+        "webi18n: note: --sort swedish-u-kn: no language 'swedish' is known, so the order is the "
+        "root's, as with und\n";
+    for (const Arguments& arguments : {Arguments{"sort"}, {"keys"}, {"compare", "a", "b"}}) {
+        const auto on = [&](const std::string& sort) {
+            Arguments all = arguments;
+            all.insert(all.end(), {"--sort", sort});
+            return runOn("b\na\n", all);
+        };
+        const Outcome unknown = on("swedish-u-kn");
+        EXPECT_EQ(unknown.m_sError, notes) << arguments.front();
+        EXPECT_EQ(unknown.m_nExit, 0) << arguments.front();
+        const Outcome root = on("und-u-kn");
+        EXPECT_EQ(root.m_sError, "") << arguments.front();
+        ASSERT_FALSE(root.lines().empty()) << arguments.front();
+        ASSERT_EQ(unknown.lines().size(), root.lines().size()) << arguments.front();
+        EXPECT_EQ(unknown.lines().back(), root.lines().back()) << arguments.front();  // the stamp in front differs
+    }
+    EXPECT_THAT(runOn("a\n", {"sort", "--sort", "xx"}).m_sError, HasSubstr("no language 'xx' is known"));
+}
+
+TEST(Sort, knownLanguagesAreNotNotedHoweverTheyAreWritten)
+{
+    for (const std::string name : {"SV", "swe", "iw", "zh-min-nan", "i-klingon", "root", "binary", "en-x-foo",
+                                   "sr-Latn-RS", "de-u-co-phonebk"}) {
+        const Outcome outcome = runOn("a\n", {"sort", "--sort", name});
+        EXPECT_EQ(outcome.m_sError, "") << name;
+        EXPECT_EQ(outcome.m_sOut, "a\n") << name;
+    }
+    // None of the pack's languages either.
+    std::set<std::string> languages;
+    for (const std::string& line : run({"--data", packFolder(), "locales"}).lines()) {
+        languages.insert(line.substr(0, line.find('-')));
+    }
+    ASSERT_GT(languages.size(), 100U);
+    for (const std::string& language : languages) {
+        EXPECT_EQ(runOn("", {"sort", "--sort", language}).m_sError, "") << language;
+    }
 }
 
 /// Numbered lines without an order, with repetitions; about 16 bytes each.
