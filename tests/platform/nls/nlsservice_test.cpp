@@ -1,6 +1,7 @@
 #include "vel/nls/nlsservice.h"
 
 #include <gtest/gtest.h>
+#include <unicode/ucol.h>
 
 #include <algorithm>
 #include <memory>
@@ -97,6 +98,18 @@ TEST(NlsService, LanguageSpecificationsThatAreKnown)
     EXPECT_EQ(tagOf("FR_ca.al16utf16"), u"fr-CA");
     EXPECT_EQ(tagOf("fil_PH"), u"fil-PH");
     EXPECT_EQ(tagOf("es_419"), u"es-419");
+}
+
+/// Otherwise the command would call a language unknown whose order ICU tailors.
+TEST(NlsService, EveryLanguageThatIcuSortsIsKnown)
+{
+    const int count = ucol_countAvailable();
+    ASSERT_GT(count, 100);
+    for (int i = 0; i < count; ++i) {
+        const std::string locale = ucol_getAvailable(i);
+        const std::string language = locale.substr(0, locale.find('_'));
+        EXPECT_EQ(tagOf(language), std::u16string(language.begin(), language.end())) << locale;
+    }
 }
 
 TEST(NlsService, EveryOtherLanguageSpecificationIsNull)
