@@ -86,6 +86,13 @@ WideTexts wideTexts(const std::vector<std::u16string>& texts)
     return wide;
 }
 
+/// A copy, whose texts lie one behind the other as the wide ones do: those of a corpus lie as they were before it was
+/// shuffled, neighbours side by side.
+Utf16Texts nativeTexts(const std::vector<std::u16string>& texts)
+{
+    return std::make_shared<std::vector<std::u16string>>(texts);
+}
+
 /// The corpora are made when the first row of them runs.
 constexpr const char* kCorpora[] = {"ASCII", "words", "en", "de", "sv", "fr-CA", "ru",
                                     "ar",    "th",    "ja", "ko", "zh", "mixed"};
@@ -179,9 +186,8 @@ void addKeyRow(std::vector<Situation>& rows, const std::string& name, const Stre
                     {Target::kRatioAtLeast, strength.m_nTarget},
                     [name, &strength] {
                         const SortCorpus& corpus = corpusOf(name);
-                        const auto native = std::make_shared<std::vector<std::u16string>>(corpus.m_tTexts);
                         return Contest{keysOurs(corpus.m_sTag, strength, wideTexts(corpus.m_tTexts)),
-                                       keysPeer(corpus.m_sTag, strength, native)};
+                                       keysPeer(corpus.m_sTag, strength, nativeTexts(corpus.m_tTexts))};
                     }});
 }
 
@@ -226,6 +232,7 @@ Contest compareContest(const SortCorpus& corpus, bool inOrder)
 {
     const Pairs pairs = neighbours(corpus, inOrder);
     const WideTexts wide = wideTexts(corpus.m_tTexts);
+    const Utf16Texts native = nativeTexts(corpus.m_tTexts);
     const auto ours = std::make_shared<Ours>(corpus.m_sTag, vel::i18n::kCollationStrengthDefault);
     const Peer peer = openPeer(corpus.m_sTag, UCOL_TERTIARY);
     const auto compareOurs = [=] {
@@ -233,10 +240,10 @@ Contest compareContest(const SortCorpus& corpus, bool inOrder)
             keep(ours->collator().compare((*wide)[a], (*wide)[b]));
         }
     };
-    const auto comparePeer = [=, &corpus] {
+    const auto comparePeer = [=] {
         for (const auto& [a, b] : pairs) {
-            const std::u16string& left = corpus.m_tTexts[a];
-            const std::u16string& right = corpus.m_tTexts[b];
+            const std::u16string& left = (*native)[a];
+            const std::u16string& right = (*native)[b];
             keep(ucol_strcoll(peer.get(), left.data(), static_cast<std::int32_t>(left.size()), right.data(),
                               static_cast<std::int32_t>(right.size())));
         }

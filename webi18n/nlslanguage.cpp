@@ -32,6 +32,16 @@ void requirePlausible(std::size_t capacity, std::size_t nLen)
     }
 }
 
+/// Texts of a list mostly lie one behind the other: one of those to come is fetched while this one is read. No more
+/// than a hint, also where nothing lies there.
+void fetchAhead(const wchar_t* pValue, std::size_t nLen) noexcept
+{
+    constexpr std::size_t kCharactersAhead = 64;
+    if (nLen != 0) {
+        __builtin_prefetch(pValue + kCharactersAhead);
+    }
+}
+
 std::size_t timesSaturated(std::size_t a, std::size_t b) noexcept
 {
     std::size_t product = 0;
@@ -154,6 +164,7 @@ void NLSLanguage::createRefCollationKey(const wchar_t* pValue, std::size_t nLen,
                                         RefStringTemplate<char>& rKey, AutoBufferBase<unsigned char>& rWorkBuffer,
                                         std::size_t nLevel) const
 {
+    fetchAhead(pValue, nLen);
     for (std::size_t request = firstKeyCapacity(nLen);;) {
         char* const room = rPool.getAppendBuffer(request);
         const std::size_t capacity = rPool.appendBufferCapacity();

@@ -23,12 +23,20 @@ inline bool isMarkAt(const SortPages& pages, WideText text, std::size_t i) noexc
 /// or what follows decides.
 inline int orderOfPrimaries(SortEntry left, SortEntry right) noexcept
 {
-    const unsigned shared = std::min(entry::primaryLength(left), entry::primaryLength(right));
-    const std::uint64_t mask = (std::uint64_t{1} << (8 * shared)) - 1;
-    if (((left ^ right) & mask) == 0) {
+    const std::uint32_t leftBytes = entry::primaryBytes(left);
+    const std::uint32_t rightBytes = entry::primaryBytes(right);
+    const std::uint32_t difference = leftBytes ^ rightBytes;
+    if (difference == 0) {
         return 0;
     }
-    return __builtin_bswap32(entry::primaryBytes(left)) < __builtin_bswap32(entry::primaryBytes(right)) ? -1 : 1;
+    // No primary byte is 0: one that is shows that the bytes of one are the first ones of the other.
+    const unsigned first = static_cast<unsigned>(__builtin_ctz(difference)) & ~7U;
+    const std::uint32_t leftByte = (leftBytes >> first) & 0xFF;
+    const std::uint32_t rightByte = (rightBytes >> first) & 0xFF;
+    if (leftByte == 0 || rightByte == 0) [[unlikely]] {
+        return 0;
+    }
+    return leftByte < rightByte ? -1 : 1;
 }
 
 /// The first difference of two texts on each of the lower levels, or the last one of accents where these count from the

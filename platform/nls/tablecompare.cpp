@@ -83,29 +83,46 @@ bool hasMoreLevels(const SortData& data, SortStrength strength) noexcept
 
 }  // namespace
 
+/// Most pairs differ in the first character: nothing more of them is loaded.
 int TableEngine::compare(const wchar_t* a, std::size_t na, const wchar_t* b, std::size_t nb,
                          SortStrength strength) const
 {
     const WideText left(a, na);
     const WideText right(b, nb);
-    const std::size_t end = std::min(na, nb);
-    // Most pairs differ in the first character: nothing more of them is loaded.
-    const std::size_t equal = end == 0 || a[0] != b[0] ? 0 : equalUpTo(a, b, 0, end);
+    if (na != 0 && nb != 0 && a[0] != b[0]) [[likely]] {
+        constexpr SortEntry kBeside = entry::kSpecial | entry::kMark | entry::kCare;
+        const SortEntry first = left.entryAt(m_pData->m_tPages, 0);
+        const SortEntry other = right.entryAt(m_pData->m_tPages, 0);
+        if (((first | other) & kBeside) == 0) [[likely]] {
+            if (const int order = orderOfPrimaries(first, other)) [[likely]] {
+                return order;
+            }
+        }
+    }
+    return compareBeyondFirst(left, right, strength);
+}
+
+int TableEngine::compareBeyondFirst(WideText a, WideText b, SortStrength strength) const
+{
+    const std::size_t end = std::min(a.size(), b.size());
+    const std::size_t equal = equalBeginning(a.data(), b.data(), end);
     const SortPages& pages = m_pData->m_tPages;
     if (equal != end) {
-        if (const int order = orderOfFirst(pages, left, right, equal)) {
+        if (const int order = orderOfFirst(pages, a, b, equal)) [[likely]] {
             return order;
         }
-    } else if (na != nb) {
-        if (const int order = na > nb ? orderOfRest(pages, left, end) : -orderOfRest(pages, right, end)) {
+    } else if (a.size() != b.size()) {
+        if (const int order = a.size() > b.size() ? orderOfRest(pages, a, end) : -orderOfRest(pages, b, end))
+            [[likely]] {
             return order;
         }
     }
-    return compareFurther(left, right, equal, strength);
+    return compareFurther(a, b, strength);
 }
 
-int TableEngine::compareFurther(WideText a, WideText b, std::size_t equal, SortStrength strength) const
+int TableEngine::compareFurther(WideText a, WideText b, SortStrength strength) const
 {
+    const std::size_t equal = equalBeginning(a.data(), b.data(), std::min(a.size(), b.size()));
     if (equal == a.size() && equal == b.size()) {
         return 0;
     }

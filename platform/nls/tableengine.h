@@ -26,8 +26,10 @@ public:
     const SortData& data() const noexcept { return *m_pData; }
 
 private:
-    /// For texts that are equal up to there, and whose first difference does not decide.
-    int compareFurther(WideText a, WideText b, std::size_t equal, SortStrength strength) const;
+    /// For texts of whose first characters nothing is known.
+    int compareBeyondFirst(WideText a, WideText b, SortStrength strength) const;
+    /// For texts whose first difference does not decide.
+    int compareFurther(WideText a, WideText b, SortStrength strength) const;
 
     std::unique_ptr<const SortData> m_pData;
     std::string m_sVersion;
