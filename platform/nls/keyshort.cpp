@@ -15,6 +15,9 @@ namespace {
 
 constexpr unsigned char kLevelEnd = 0x02;
 
+/// Instead of a length: this is no short key.
+constexpr std::size_t kNoShortKey = static_cast<std::size_t>(-1);
+
 template <unsigned kLevels, bool kBackwards>
 class ShortKey
 {
@@ -291,17 +294,28 @@ std::size_t ShortKey<kLevels, kBackwards>::putIdentical(std::size_t used)
     return used + level.size();
 }
 
+/// The strength of such keys; one of four levels whose last one is always empty is tertiary.
+constexpr SortStrength strengthOf(unsigned levels, bool isIdentical) noexcept
+{
+    return isIdentical ? SortStrength::kIdentical : static_cast<SortStrength>(levels - 1);
+}
+
 template <unsigned kLevels, bool kBackwards, bool kIdentical = false>
 std::size_t makeShortKey(const SortData& data, const unsigned char* utf16be, std::size_t byteCount, unsigned char* out,
-                         std::size_t capacity)
+                         std::size_t capacity, LongKeyMaker otherwise)
 {
     const std::size_t units = byteCount / 2;
     // Each character stores four bytes, of which up to four stay.
-    if (units > kMostShortUnits || byteCount % 2 != 0 || capacity < 4 * units + 4) [[unlikely]] {
-        return kNoShortKey;
+    if (units <= kMostShortUnits && byteCount % 2 == 0 && capacity >= 4 * units + 4) [[likely]] {
+        ShortKey<kLevels, kBackwards> key(data, BigEndianText(utf16be, units), out, capacity);
+        if (key.read()) [[likely]] {
+            const std::size_t size = key.put(kIdentical);
+            if (!kIdentical || size != kNoShortKey) {
+                return size;
+            }
+        }
     }
-    ShortKey<kLevels, kBackwards> key(data, BigEndianText(utf16be, units), out, capacity);
-    return key.read() ? key.put(kIdentical) : kNoShortKey;
+    return otherwise(data, utf16be, byteCount, strengthOf(kLevels, kIdentical), out, capacity);
 }
 
 template <bool kBackwards>

@@ -6,9 +6,8 @@ namespace vel::nls {
 
 namespace {
 
-/// Apart, because it needs much room on the stack.
-[[gnu::noinline]] std::size_t makeLongKey(const SortData& data, const unsigned char* utf16be, std::size_t byteCount,
-                                          SortStrength strength, unsigned char* out, std::size_t capacity)
+std::size_t makeLongKey(const SortData& data, const unsigned char* utf16be, std::size_t byteCount,
+                        SortStrength strength, unsigned char* out, std::size_t capacity)
 {
     KeyWriter writer(data, strength, out, capacity);
     return writer.write(utf16be, byteCount);
@@ -27,9 +26,9 @@ TableEngine::TableEngine(std::unique_ptr<const SortData> data, std::string versi
 std::size_t TableEngine::makeKey(const unsigned char* utf16be, std::size_t byteCount, SortStrength strength,
                                  unsigned char* out, std::size_t capacity) const
 {
+    // The short way goes on to the long one by itself: nothing has to be kept for it here.
     const ShortKeyMaker makeShort = m_aShortKeys[static_cast<std::size_t>(strength)];
-    const std::size_t size = makeShort(*m_pData, utf16be, byteCount, out, capacity);
-    return size != kNoShortKey ? size : makeLongKey(*m_pData, utf16be, byteCount, strength, out, capacity);
+    return makeShort(*m_pData, utf16be, byteCount, out, capacity, makeLongKey);
 }
 
 }  // namespace vel::nls

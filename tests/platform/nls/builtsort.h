@@ -29,9 +29,13 @@ inline bool isShort(const vel::nls::SortData& data, std::u16string_view text,
 {
     const std::string bytes = testsupport::bytesOf(text);
     std::string key(64 * text.size() + 64, '\0');
+    constexpr std::size_t kOtherwise = static_cast<std::size_t>(-1);
     const vel::nls::ShortKeyMaker make = vel::nls::shortKeyMaker(data, strength);
+    const vel::nls::LongKeyMaker otherwise = [](const vel::nls::SortData&, const unsigned char*, std::size_t,
+                                                vel::nls::SortStrength, unsigned char*,
+                                                std::size_t) { return kOtherwise; };
     return make(data, reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(),
-                reinterpret_cast<unsigned char*>(key.data()), key.size()) != vel::nls::kNoShortKey;
+                reinterpret_cast<unsigned char*>(key.data()), key.size(), otherwise) != kOtherwise;
 }
 
 /// Code units that ICU reads.

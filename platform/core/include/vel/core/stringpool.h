@@ -35,10 +35,10 @@ public:
     /// buffer and not committed is given up.
     Char* getAppendBuffer(std::size_t requested)
     {
-        if (requested > m_nCapacity - m_nUsed || m_tBlocks.empty()) {
+        if (requested > m_nCapacity - m_nUsed || m_pBlock == nullptr) {
             addBlock(std::max(requested, m_nBlockSize));
         }
-        return m_tBlocks.back().get() + m_nUsed;
+        return m_pBlock + m_nUsed;
     }
     /// How many characters the append buffer takes: at least what was requested.
     std::size_t appendBufferCapacity() const noexcept { return m_nCapacity - m_nUsed; }
@@ -48,8 +48,7 @@ public:
     {
         VEL_ASSERT(nLength <= appendBufferCapacity());
         const std::size_t taken = std::min(nLength, appendBufferCapacity());
-        m_tLast = m_tBlocks.empty() ? RefStringTemplate<Char>()
-                                    : RefStringTemplate<Char>(m_tBlocks.back().get() + m_nUsed, taken);
+        m_tLast = RefStringTemplate<Char>(m_pBlock + m_nUsed, taken);
         m_nUsed += taken;
     }
     /// The text committed last; empty before the first.
@@ -75,12 +74,14 @@ private:
         } else {
             m_tBlocks.push_back(std::move(block));
         }
+        m_pBlock = m_tBlocks.back().get();
         m_nCapacity = size;
         m_nUsed = 0;
     }
 
     std::size_t m_nBlockSize;
     std::vector<std::unique_ptr<Char[]>> m_tBlocks;
+    Char* m_pBlock = nullptr;     // the last one; null before the first
     std::size_t m_nCapacity = 0;  // of the last block
     std::size_t m_nUsed = 0;      // in the last block
     RefStringTemplate<Char> m_tLast;
