@@ -56,13 +56,15 @@ Result measure(const Situation& situation, const Effort& effort)
     const std::size_t peerTimes = repetitionsOf(contest.m_tPeer);
     std::vector<double> ours;
     std::vector<double> peer;
-    for (std::size_t i = 0; i < effort.m_nBatches; ++i) {
+    const std::size_t batches =
+        contest.m_nMostBatches > 0 ? std::min(contest.m_nMostBatches, effort.m_nBatches) : effort.m_nBatches;
+    for (std::size_t i = 0; i < batches; ++i) {
         ours.push_back(contest.m_tOurs(oursTimes) / static_cast<double>(oursTimes));
         if (contest.m_tPeer) {
             peer.push_back(contest.m_tPeer(peerTimes) / static_cast<double>(peerTimes));
         }
     }
-    return {&situation, median(ours), peer.empty() ? 0 : median(peer)};
+    return {&situation, median(ours), peer.empty() ? 0 : median(peer), batches};
 }
 
 }  // namespace
@@ -97,7 +99,7 @@ std::size_t run(const std::vector<Situation>& situations, const Options& options
         table.print(results.back());
     }
     if (!options.m_sJsonFile.empty()) {
-        writeJson(options.m_sJsonFile, results, effort.m_nBatches);
+        writeJson(options.m_sJsonFile, results);
     }
     return results.size();
 }

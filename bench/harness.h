@@ -87,6 +87,8 @@ struct Contest
     Batch m_tPeer;
     /// Repetitions a batch; 0: as many as fill a few milliseconds.
     std::size_t m_nRepetitions = 0;
+    /// Batches at most, where each takes long; 0: as many as the other rows have.
+    std::size_t m_nMostBatches = 0;
 };
 
 /// A row of the table: a situation, who else is measured in it, and what is to be reached. `m_tPrepare` runs only when
@@ -113,6 +115,7 @@ struct Result
     const Situation* m_pSituation = nullptr;
     double m_nOurs = 0;
     double m_nPeer = 0;
+    std::size_t m_nBatches = 0;
 
     bool hasPeer() const noexcept { return !m_pSituation->m_sPeer.empty(); }
     double ratio() const noexcept { return m_nPeer / m_nOurs; }

@@ -23,6 +23,6 @@ private:
 };
 
 /// Writes the results as one JSON object. Throws std::runtime_error when the file cannot be written.
-void writeJson(const std::string& file, const std::vector<Result>& results, std::size_t batches);
+void writeJson(const std::string& file, const std::vector<Result>& results);
 
 }  // namespace bench

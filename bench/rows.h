@@ -46,6 +46,7 @@ void addRenderRows(std::vector<Situation>& rows, const Data& data);
 void addTranscodingRows(std::vector<Situation>& rows);
 void addCollatorRows(std::vector<Situation>& rows);
 void addSortKeyRows(std::vector<Situation>& rows);
+void addSortRows(std::vector<Situation>& rows);
 void addStartupRows(std::vector<Situation>& rows);
 /// In builds with the server.
 void addServerRows(std::vector<Situation>& rows, const Data& data);

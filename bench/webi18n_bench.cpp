@@ -66,6 +66,7 @@ std::vector<bench::Situation> allRows(const Arguments& arguments)
     bench::addTranscodingRows(rows);
     bench::addCollatorRows(rows);
     bench::addSortKeyRows(rows);
+    bench::addSortRows(rows);
     bench::addStartupRows(rows);
 #ifdef WEBI18N_BENCH_SERVER
     bench::addServerRows(rows, data);
