@@ -64,46 +64,60 @@ bool KeyWriter::areMarksInOrder(char32_t before, std::size_t i) const noexcept
 
 /// Whether the marks behind a character, the first of which may be the next one, may stand between what belongs
 /// together, or have to change places.
-bool KeyWriter::mayMarksMove(const Character& c, const Opening& opening, const Character& second, bool isPair,
-                             std::size_t third) const noexcept
+bool KeyWriter::mayMarksMove(char32_t before, const Opening& opening, const Character& next, bool isMember,
+                             std::size_t place) const noexcept
 {
-    const bool isMark = (second.m_nEntry & entry::kMark) != 0;
+    const std::size_t behind = place + next.m_nWidth;
+    const bool isMark = (next.m_nEntry & entry::kMark) != 0;
     if (m_rData.m_tRules.isNormalizing()) {
         // Characters that end in a mark have `kCare` there.
-        if (!isMark && (second.m_nEntry & entry::kCare) == 0) {
-            return false;
+        if (!isMark) {
+            return (next.m_nEntry & entry::kCare) != 0 && !opening.m_tSlots.empty() &&
+                   !areMarksInOrder(next.m_cCode, behind);
         }
-        if (opening.m_tSlots.empty()) {
-            return isMark && !areMarksInOrder(c.m_cCode, third - second.m_nWidth);
+        if (!areMarksInOrder(before, place)) {
+            return true;
         }
-        return (isMark && opening.m_bEndsInMark) || areMarksAt(third);
     }
-    return isMark && !isPair && opening.m_bMarks && areMarksAt(third);
+    return isMark && !isMember && opening.m_bMarks && areMarksAt(behind);
 }
 
-/// A character and the one behind it, where the two are one.
+/// A character, of which `alone` says all, and those behind it that belong to it: the longest sequence that stands
+/// there.
 std::size_t KeyWriter::start(std::size_t i, const Character& c, const Opening& opening, SortEntry alone)
 {
-    const std::size_t second = i + c.m_nWidth;
-    if (second >= m_nUnits) {
-        addEntry(alone);
-        return second;
+    const Opening* members = &opening;
+    char32_t last = c.m_cCode;
+    std::size_t place = i + c.m_nWidth;
+    std::size_t end = place;
+    while (place < m_nUnits) {
+        const Character next = characterAt(place);
+        const SortEntry* member = members->find(next.m_cCode);
+        if (mayMarksMove(last, *members, next, member != nullptr, place)) {
+            return slow(i);
+        }
+        if (member == nullptr) {
+            break;
+        }
+        place += next.m_nWidth;
+        last = next.m_cCode;
+        members = entry::isKind(*member, kStartKind) ? &m_rData.m_tOpenings[entry::index(*member)] : nullptr;
+        const SortEntry whole = members == nullptr ? *member : members->m_nAlone;
+        if (!entry::isKind(whole, kSlowKind)) {
+            alone = whole;
+            end = place;
+        }
+        if (members == nullptr) {
+            break;
+        }
     }
-    const Character other = characterAt(second);
-    const SortEntry* both = opening.find(other.m_cCode);
-    const std::size_t third = second + other.m_nWidth;
-    if (mayMarksMove(c, opening, other, both != nullptr, third)) {
+    // Behind the sequence stands the beginning of a longer one, which is none: a mark further on may belong to this
+    // one.
+    if (end != place && areMarksAt(end) && areMarksAt(end + characterAt(end).m_nWidth)) {
         return slow(i);
     }
-    if (both == nullptr) {
-        addEntry(alone);
-        return second;
-    }
-    if (entry::isKind(*both, kSlowKind)) {
-        return slow(i);
-    }
-    addEntry(*both);
-    return third;
+    addEntry(alone);
+    return end;
 }
 
 /// A character that is read otherwise behind some.

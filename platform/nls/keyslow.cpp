@@ -27,6 +27,18 @@ std::size_t KeyWriter::cutAfter(std::size_t i) const noexcept
     return m_nUnits;
 }
 
+/// An element of a weight that is computed. The other weights are the common ones, which count by their number.
+void KeyWriter::addComputed(const RawElement& raw)
+{
+    const Element element = m_rData.m_tRules.apply(raw);
+    const PrimaryCode code = m_rData.m_tPrimaries->codeOf(element.m_nPrimary);
+    m_tPrimary.reserve(code.m_aBytes.size());
+    std::memcpy(m_tPrimary.end(), code.m_aBytes.data(), code.m_aBytes.size());
+    m_tPrimary.setEnd(m_tPrimary.end() + code.m_nLength);
+    ++m_nElements;
+    m_bIgnoring = false;
+}
+
 /// Characters that ICU has no data for, from `i` on. They are read by themselves, and nothing before them is looked at.
 std::size_t KeyWriter::addUnknown(std::size_t i)
 {
@@ -35,26 +47,57 @@ std::size_t KeyWriter::addUnknown(std::size_t i)
         if (!m_rData.m_tUnknown.isUnknown(c.m_cCode, c.m_nEntry)) {
             break;
         }
-        // The other weights are the common ones, which count by their number.
-        const Element element = m_rData.m_tRules.apply(UnknownWeights::elementOf(c.m_cCode));
-        const PrimaryCode code = m_rData.m_tPrimaries->codeOf(element.m_nPrimary);
-        m_tPrimary.reserve(code.m_aBytes.size());
-        std::memcpy(m_tPrimary.end(), code.m_aBytes.data(), code.m_aBytes.size());
-        m_tPrimary.setEnd(m_tPrimary.end() + code.m_nLength);
-        ++m_nElements;
-        m_bIgnoring = false;
+        addComputed(UnknownWeights::elementOf(c.m_cCode));
         i += c.m_nWidth;
-        m_nLastCut = i;
     }
     return i;
 }
 
-/// Has ICU read from `i` up to the next cut. It also gets what stands between the last cut and `i`, for prefixes.
+/// Digits from `i` on, in a sort that reads them together. They are part of no sequence there.
+std::size_t KeyWriter::addNumber(std::size_t i)
+{
+    if (!m_rData.m_tNumbers.areComputed()) {
+        return i;
+    }
+    const std::size_t most = m_nUnits - i;
+    const ThreadScratch scratch(NumberWeights::mostWeights(most) * sizeof(std::uint32_t) + most);
+    auto* const weights = scratch.as<std::uint32_t>();
+    auto* const digits = reinterpret_cast<std::uint8_t*>(weights + NumberWeights::mostWeights(most));
+    std::size_t count = 0;
+    while (i < m_nUnits) {
+        const Character c = characterAt(i);
+        const int value = digitValue(c.m_cCode);
+        if (value < 0) {
+            break;
+        }
+        digits[count++] = static_cast<std::uint8_t>(value);
+        i += c.m_nWidth;
+    }
+    const std::size_t weightCount = count == 0 ? 0 : m_rData.m_tNumbers.weightsOf(digits, count, weights);
+    for (std::size_t k = 0; k < weightCount; ++k) {
+        addComputed({weights[k], kCommonWeight, kCommonWeight});
+    }
+    return i;
+}
+
+/// Reads from `i` on what the table does not hold, up to a place before which nothing has to be looked at.
 std::size_t KeyWriter::slow(std::size_t i)
 {
-    if (const std::size_t next = addUnknown(i); next != i) {
-        return next;
+    std::size_t next = addUnknown(i);
+    if (next == i) {
+        next = addNumber(i);
     }
+    if (next == i) {
+        next = addByIcu(i);
+        retryFrom(next);
+    }
+    m_nLastCut = next;
+    return next;
+}
+
+/// Has ICU read from `i` up to the next cut. It also gets what stands between the last cut and `i`, for prefixes.
+std::size_t KeyWriter::addByIcu(std::size_t i)
+{
     const std::size_t end = cutAfter(i);
     const std::size_t before =
         entry::isKind(characterAt(i).m_nEntry, kPrefixKind) || entry::isKind(characterAt(i).m_nEntry, kSlowKind)
@@ -64,7 +107,6 @@ std::size_t KeyWriter::slow(std::size_t i)
     const std::size_t length = decodeBigEndian(m_pText + 2 * before, 2 * (end - before), text.as<char16_t>());
     addSlow(text.as<char16_t>(), length, i - before);
     m_nSlowUnits += end - i;
-    m_nLastCut = end;
     return end;
 }
 

@@ -92,16 +92,22 @@ std::size_t KeyWriter::chunkEnd(std::size_t begin) const noexcept
 }
 
 /// Few texts have a mark behind a character that may take it in: only where there is one is the chunk read again, with
-/// a look ahead at each such character.
+/// a look ahead at each such character; but not what has gone the slow way.
 std::size_t KeyWriter::addChunk(std::size_t begin, std::size_t end)
 {
-    const Checkpoint checkpoint = save();
+    retryFrom(begin);
     const std::size_t next = runChunk<false>(begin, end);
     if (next != kBail) {
         return next;
     }
-    restore(checkpoint);
-    return runChunk<true>(begin, end);
+    restore(m_tRetry);
+    return runChunk<true>(m_bIgnoring ? skipIgnored(m_nRetry, true) : m_nRetry, end);
+}
+
+void KeyWriter::retryFrom(std::size_t i) noexcept
+{
+    m_nRetry = i;
+    m_tRetry = save();
 }
 
 template <bool kCareful>

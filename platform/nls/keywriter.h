@@ -52,6 +52,7 @@ private:
     void makeRoom(std::size_t characters);
     Checkpoint save() const noexcept;
     void restore(const Checkpoint& checkpoint) noexcept;
+    void retryFrom(std::size_t i) noexcept;
 
     char16_t unit(std::size_t i) const noexcept;
     Character characterAt(std::size_t i) const noexcept;
@@ -60,8 +61,8 @@ private:
     std::size_t special(std::size_t i, bool isCareful);
     std::size_t start(std::size_t i, const Character& c, const Opening& opening, SortEntry alone);
     std::size_t prefixed(std::size_t i, const Character& c, const Opening& opening);
-    bool mayMarksMove(const Character& c, const Opening& opening, const Character& second, bool isPair,
-                      std::size_t third) const noexcept;
+    bool mayMarksMove(char32_t before, const Opening& opening, const Character& next, bool isMember,
+                      std::size_t place) const noexcept;
     bool areMarksInOrder(char32_t before, std::size_t i) const noexcept;
     bool areMarksAt(std::size_t i) const noexcept;
     bool followsCare(std::size_t i) const noexcept;
@@ -76,6 +77,9 @@ private:
 
     std::size_t slow(std::size_t i);
     std::size_t addUnknown(std::size_t i);
+    std::size_t addNumber(std::size_t i);
+    std::size_t addByIcu(std::size_t i);
+    void addComputed(const RawElement& raw);
     std::size_t cutAfter(std::size_t i) const noexcept;
     void addSlow(const char16_t* text, std::size_t length, std::size_t skip);
 
@@ -95,6 +99,9 @@ private:
     bool m_bIgnoring = false;
     /// Before this place nothing has to be looked at.
     std::size_t m_nLastCut = 0;
+    /// From this place on the chunk is read again when it has to be read with care.
+    std::size_t m_nRetry = 0;
+    Checkpoint m_tRetry{};
     std::size_t m_nSlowUnits = 0;
 };
 

@@ -19,10 +19,9 @@ SortData::SortData(const UCollator* collator)
     : m_tRules(collator),
       m_pCollator(tertiaryClone(collator)),
       m_tPool(m_pCollator.get()),
-      m_tUnknown(m_pCollator.get())
-{
-    m_tOnlyOrder.m_bEndsInMark = true;
-}
+      m_tUnknown(m_pCollator.get()),
+      m_tNumbers(m_pCollator.get())
+{}
 
 const Opening& SortData::careOf(char32_t c) const noexcept
 {

@@ -12,6 +12,7 @@
 #include "icuhandles.h"
 #include "identicallevel.h"
 #include "levelcodes.h"
+#include "numberweights.h"
 #include "primarycodes.h"
 #include "sortelements.h"
 #include "sortentry.h"
@@ -45,7 +46,7 @@ struct ElementList
 };
 
 /// What a character may be the start of, or what it may stand behind: the entries of both together, by the code point
-/// of the other one.
+/// of the other one. Where still more may belong to them the entry is the next opening.
 struct Opening
 {
     struct Slot
@@ -55,9 +56,8 @@ struct Opening
     };
     static constexpr char32_t kNone = 0xFFFFFFFF;
 
-    SortEntry m_nAlone = 0;
-    bool m_bMarks = false;       ///< marks are among those that may follow
-    bool m_bEndsInMark = false;  ///< see endsInMark
+    SortEntry m_nAlone = 0;  ///< slow: what leads here is no sequence by itself
+    bool m_bMarks = false;   ///< marks are among those that may follow
     /// Open addressing; a power of two. Empty when there are none.
     std::vector<Slot> m_tSlots;
 
@@ -94,6 +94,7 @@ struct SortData
     mutable ElementPool m_tPool;
     SortPages m_tPages;
     UnknownWeights m_tUnknown;
+    NumberWeights m_tNumbers;
     AsciiCodes m_tAscii;
     std::optional<PrimaryCodes> m_tPrimaries;
     std::optional<LevelCodes> m_tSecondaries;

@@ -24,25 +24,6 @@ void ElementReader::readHalf()
     }
 }
 
-bool ElementReader::next(RawElement& element)
-{
-    if (m_nHalf == UCOL_NULLORDER) {
-        return false;
-    }
-    const auto first = static_cast<std::uint32_t>(m_nHalf);
-    m_nEnd = m_nHalfEnd;
-    readHalf();
-    std::uint32_t second = 0;
-    if (m_nHalf != UCOL_NULLORDER && (m_nHalf & 0xC0) == 0xC0) {
-        second = static_cast<std::uint32_t>(m_nHalf);
-        readHalf();
-    }
-    element.m_nPrimary = (first & 0xFFFF0000U) | (second >> 16);
-    element.m_nSecondary = static_cast<std::uint16_t>((first & 0xFF00U) | ((second >> 8) & 0xFFU));
-    element.m_nTertiary = static_cast<std::uint16_t>(((first & 0xFFU) << 8) | (second & 0x3FU));
-    return true;
-}
-
 // -------------------------------------------------------------------------------------------------------- ElementRules
 
 namespace {
@@ -101,13 +82,10 @@ std::uint32_t ElementRules::reordered(std::uint32_t primary) const noexcept
     return next == m_tLeads.begin() ? primary : primary + std::prev(next)->m_nOffset;
 }
 
-/// The weight by which ICU's keys order: without the case unless it comes first; with capitals first the bits of the
-/// case are turned around, but not those of elements that have only a tertiary weight, which stay above all others.
-std::uint16_t ElementRules::tertiaryOf(const RawElement& raw) const noexcept
+/// With capitals first the bits of the case are turned around, but not those of elements that have only a tertiary
+/// weight, which stay above all others.
+std::uint16_t ElementRules::tertiaryByCase(const RawElement& raw) const noexcept
 {
-    if (m_eCaseFirst == kOff) {
-        return raw.m_nTertiary & 0x3F3F;
-    }
     const unsigned weight = raw.m_nTertiary & 0xFF3FU;
     if (m_eCaseFirst == kLower || weight == 0) {
         return static_cast<std::uint16_t>(weight);
@@ -117,16 +95,6 @@ std::uint16_t ElementRules::tertiaryOf(const RawElement& raw) const noexcept
     }
     const unsigned turned = weight ^ 0xC000U;
     return static_cast<std::uint16_t>(turned < 0xC500 ? turned - 0x4000 : turned);
-}
-
-Element ElementRules::apply(const RawElement& raw) const
-{
-    Element element;
-    element.m_bVariable = m_bShifted && raw.m_nPrimary > kMergeSeparator && raw.m_nPrimary <= m_nVariableTop;
-    element.m_nPrimary = m_bReordering && raw.m_nPrimary > kMergeSeparator ? reordered(raw.m_nPrimary) : raw.m_nPrimary;
-    element.m_nSecondary = raw.m_nSecondary;
-    element.m_nTertiary = tertiaryOf(raw);
-    return element;
 }
 
 // ---------------------------------------------------------------------------------------------------------

@@ -27,7 +27,25 @@ public:
     /// `elements` stands before its text.
     explicit ElementReader(UCollationElements* elements, bool needsEnds = false);
 
-    bool next(RawElement& element);
+    /// Inline, as is what the rules make of the element: it stays in registers on the way.
+    bool next(RawElement& element)
+    {
+        if (m_nHalf == UCOL_NULLORDER) {
+            return false;
+        }
+        const auto first = static_cast<std::uint32_t>(m_nHalf);
+        m_nEnd = m_nHalfEnd;
+        readHalf();
+        std::uint32_t second = 0;
+        if (m_nHalf != UCOL_NULLORDER && (m_nHalf & 0xC0) == 0xC0) {
+            second = static_cast<std::uint32_t>(m_nHalf);
+            readHalf();
+        }
+        element.m_nPrimary = (first & 0xFFFF0000U) | (second >> 16);
+        element.m_nSecondary = static_cast<std::uint16_t>((first & 0xFF00U) | ((second >> 8) & 0xFFU));
+        element.m_nTertiary = static_cast<std::uint16_t>(((first & 0xFFU) << 8) | (second & 0x3FU));
+        return true;
+    }
     /// Where the text of the last element ends, if that was asked for. ICU reads whole sequences: elements of one
     /// sequence have one end.
     std::int32_t end() const noexcept { return m_nEnd; }
@@ -72,7 +90,12 @@ public:
     void finishLeadSamples();
 
     std::uint16_t commonTertiary() const noexcept { return m_eCaseFirst == kUpper ? 0xC500 : kCommonWeight; }
-    Element apply(const RawElement& raw) const;
+    Element apply(const RawElement& raw) const noexcept
+    {
+        const bool isOrdinary = raw.m_nPrimary > kMergeSeparator;
+        return {m_bReordering && isOrdinary ? reordered(raw.m_nPrimary) : raw.m_nPrimary, raw.m_nSecondary,
+                tertiaryOf(raw), 0, m_bShifted && isOrdinary && raw.m_nPrimary <= m_nVariableTop};
+    }
 
 private:
     enum CaseFirst
@@ -87,7 +110,12 @@ private:
         std::uint32_t m_nOffset;
     };
 
-    std::uint16_t tertiaryOf(const RawElement& raw) const noexcept;
+    /// The weight by which ICU's keys order: without the case unless it comes first.
+    std::uint16_t tertiaryOf(const RawElement& raw) const noexcept
+    {
+        return m_eCaseFirst == kOff ? raw.m_nTertiary & 0x3F3F : tertiaryByCase(raw);
+    }
+    std::uint16_t tertiaryByCase(const RawElement& raw) const noexcept;
     std::uint32_t reordered(std::uint32_t primary) const noexcept;
 
     bool m_bShifted;

@@ -46,7 +46,15 @@ public:
 
 private:
     using Elements = std::span<const Element>;
-    using Followers = std::map<char32_t, std::map<char32_t, SortEntry>>;
+    using Neighbours = std::map<char32_t, SortEntry>;
+    using Prefixes = std::map<char32_t, Neighbours>;
+    /// The beginning of sequences up to one of their characters, and what may follow; slow where that is no sequence.
+    struct Sequence
+    {
+        SortEntry m_nEntry = entry::special(kSlowKind);
+        std::map<char32_t, Sequence> m_tNext;
+    };
+    using Sequences = std::map<char32_t, Sequence>;
 
     void makeCollators(const UCollator* collator);
     void rankPrimaries(const std::string& order);
@@ -63,10 +71,12 @@ private:
     SortEntry entryOf(Elements elements);
     bool fitsEntry(const std::vector<CodedElement>& elements) const;
     void addOpenings();
-    Followers readFollowers();
-    Followers readPrefixes();
-    void addStart(char32_t c, const std::map<char32_t, SortEntry>& others);
-    std::uint32_t addOpening(char32_t c, const std::map<char32_t, SortEntry>& others);
+    Sequences readSequences();
+    Prefixes readPrefixes();
+    void addStart(char32_t c, const Sequence& sequence);
+    static bool hasOnlyMarks(const Sequence& sequence);
+    std::uint32_t addSequence(SortEntry alone, const Sequence& sequence);
+    std::uint32_t addOpening(SortEntry alone, const Neighbours& others);
 
     std::unique_ptr<SortData> m_pData;
     SortStrings m_tStrings;
@@ -232,11 +242,6 @@ SortEntry TableBuilder::flagsOf(char32_t c) const
     return flags;
 }
 
-bool isDigit(char32_t c)
-{
-    return u_charType(static_cast<UChar32>(c)) == U_DECIMAL_DIGIT_NUMBER;
-}
-
 /// ICU takes these apart even where nothing is out of order: the vowel signs of Tibetan that are made of two marks.
 bool isSplitAlways(char32_t c)
 {
@@ -248,7 +253,7 @@ void TableBuilder::addCharacters()
     const ElementRules& rules = m_pData->m_tRules;
     for (std::size_t i = 0; i < m_tStrings.characters().size(); ++i) {
         const char32_t c = m_tStrings.characters()[i];
-        const bool isSlow = (rules.isNumeric() && isDigit(c)) || (rules.isNormalizing() && isSplitAlways(c));
+        const bool isSlow = (rules.isNumeric() && digitValue(c) >= 0) || (rules.isNormalizing() && isSplitAlways(c));
         const SortEntry e = isSlow ? entry::special(kSlowKind) : entryOf(m_tStrings.ofCharacter(i));
         m_pData->m_tPages.set(c, e | flagsOf(c));
     }
@@ -322,24 +327,25 @@ SortEntry TableBuilder::syllableEntry(char32_t number) const
 // ------------------------------------------------------------------------------------------------------------
 // sequences
 
-/// By first character, the entry for each second one: slow where longer strings begin so, or the string has marks in
-/// it that other marks may stand between.
-TableBuilder::Followers TableBuilder::readFollowers()
+/// The sequences as a tree, by first character.
+TableBuilder::Sequences TableBuilder::readSequences()
 {
-    Followers followers;
+    Sequences sequences;
     const std::vector<std::u32string>& strings = m_tStrings.contexts().m_tContractions;
     for (std::size_t i = 0; i < strings.size(); ++i) {
-        SortEntry& slot = followers[strings[i][0]].try_emplace(strings[i][1], 0).first->second;
-        slot = strings[i].size() > 2 || slot == entry::special(kSlowKind) ? entry::special(kSlowKind)
-                                                                          : entryOf(m_tStrings.ofContraction(i));
+        Sequence* node = &sequences[strings[i][0]];
+        for (std::size_t k = 1; k < strings[i].size(); ++k) {
+            node = &node->m_tNext[strings[i][k]];
+        }
+        node->m_nEntry = entryOf(m_tStrings.ofContraction(i));
     }
-    return followers;
+    return sequences;
 }
 
 /// By last character, the entry that it has behind each other one: slow where more than that one decides.
-TableBuilder::Followers TableBuilder::readPrefixes()
+TableBuilder::Prefixes TableBuilder::readPrefixes()
 {
-    Followers prefixes;
+    Prefixes prefixes;
     const std::vector<std::u32string>& strings = m_tStrings.contexts().m_tPrefixed;
     for (std::size_t i = 0; i < strings.size(); ++i) {
         const std::u32string& text = strings[i];
@@ -358,32 +364,42 @@ TableBuilder::Followers TableBuilder::readPrefixes()
 
 void TableBuilder::addOpenings()
 {
-    const Followers followers = readFollowers();
-    const Followers prefixes = readPrefixes();
+    const Sequences sequences = readSequences();
+    const Prefixes prefixes = readPrefixes();
     SortPages& pages = m_pData->m_tPages;
-    for (const auto& [c, others] : followers) {
+    for (const auto& [c, sequence] : sequences) {
         if (prefixes.contains(c)) {
             pages.set(c, entry::special(kSlowKind) | flagsOf(c));
         } else {
-            addStart(c, others);
+            addStart(c, sequence);
         }
     }
     for (const auto& [c, others] : prefixes) {
         const SortEntry alone = pages.find(c);
         const bool isSlow = (alone & entry::kCare) != 0 || entry::isKind(alone, kSlowKind);
-        if (!followers.contains(c)) {
-            pages.set(c, (isSlow ? entry::special(kSlowKind) : entry::special(kPrefixKind, addOpening(c, others))) |
+        if (!sequences.contains(c)) {
+            pages.set(c, (isSlow ? entry::special(kSlowKind) : entry::special(kPrefixKind, addOpening(alone, others))) |
                              flagsOf(c));
         }
     }
     std::sort(m_pData->m_tCare.begin(), m_pData->m_tCare.end());
 }
 
-std::uint32_t TableBuilder::addOpening(char32_t c, const std::map<char32_t, SortEntry>& others)
+std::uint32_t TableBuilder::addSequence(SortEntry alone, const Sequence& sequence)
+{
+    Neighbours others;
+    for (const auto& [other, longer] : sequence.m_tNext) {
+        others[other] =
+            longer.m_tNext.empty() ? longer.m_nEntry : entry::special(kStartKind, addSequence(longer.m_nEntry, longer));
+    }
+    return addOpening(alone, others);
+}
+
+/// What belongs to a character or to the beginning of a sequence, and the entry of what nothing stands beside.
+std::uint32_t TableBuilder::addOpening(SortEntry alone, const Neighbours& others)
 {
     Opening opening;
-    opening.m_nAlone = m_pData->m_tPages.find(c);
-    opening.m_bEndsInMark = endsInMark(c);
+    opening.m_nAlone = alone;
     opening.m_tSlots.resize(std::bit_ceil(2 * others.size()));
     const std::size_t mask = opening.m_tSlots.size() - 1;
     for (const auto& [other, e] : others) {
@@ -399,25 +415,25 @@ std::uint32_t TableBuilder::addOpening(char32_t c, const std::map<char32_t, Sort
 }
 
 /// Where only marks may follow, as behind most letters, the entry stays what it is; a mark then looks back.
-void TableBuilder::addStart(char32_t c, const std::map<char32_t, SortEntry>& others)
+void TableBuilder::addStart(char32_t c, const Sequence& sequence)
 {
     const SortEntry alone = m_pData->m_tPages.find(c);
     if (entry::isKind(alone, kSlowKind)) {
         return;
     }
-    bool onlyMarks = (alone & (entry::kSpecial | entry::kMark)) == 0;
-    const std::vector<std::u32string>& strings = m_tStrings.contexts().m_tContractions;
-    for (auto text = std::lower_bound(strings.begin(), strings.end(), std::u32string(1, c));
-         text != strings.end() && text->front() == c; ++text) {
-        onlyMarks = onlyMarks && std::all_of(text->begin() + 1, text->end(), isMark);
-    }
-    const std::uint32_t index = addOpening(c, others);
-    if (onlyMarks) {
+    const std::uint32_t index = addSequence(alone, sequence);
+    if ((alone & (entry::kSpecial | entry::kMark)) == 0 && hasOnlyMarks(sequence)) {
         m_pData->m_tCare.emplace_back(c, index);
         m_pData->m_tPages.set(c, alone | entry::kCare);
     } else {
         m_pData->m_tPages.set(c, entry::special(kStartKind, index) | flagsOf(c));
     }
+}
+
+bool TableBuilder::hasOnlyMarks(const Sequence& sequence)
+{
+    return std::all_of(sequence.m_tNext.begin(), sequence.m_tNext.end(),
+                       [](const auto& next) { return isMark(next.first) && hasOnlyMarks(next.second); });
 }
 
 }  // namespace

@@ -148,7 +148,23 @@ TEST(SlowWay, WhatIcuHasNoDataForIsComputed)
 {
     EXPECT_EQ(slowUnits(*build("en"), u"\uE000a\u0378\U0010FFFD"), 0U);
     EXPECT_EQ(slowUnits(*build("zh"), u"\uF8FF\u0301\U000F0000"), 0U);
-    EXPECT_NE(slowUnits(*build("en-u-kn"), u"7"), 0U);
+}
+
+TEST(SlowWay, NumbersAreComputed)
+{
+    EXPECT_EQ(slowUnits(*build("en-u-kn"), u"7"), 0U);
+    EXPECT_EQ(slowUnits(*build("sv-u-kn"), u"bild 0012, \u0967\u0968 och " + std::u16string(600, u'9')), 0U);
+    EXPECT_EQ(slowUnits(*build("ja-u-kn-kr-digit-latn"), u"2024\u5E7412\u6708"), 0U);
+}
+
+TEST(SlowWay, SequencesOfManyCharactersAreNoneOfIcus)
+{
+    const auto burmese = build("my");
+    EXPECT_EQ(slowUnits(*burmese, u"\u1019\u103C\u1014\u103A\u1019\u102C"), 0U);  // a sequence of two
+    EXPECT_EQ(slowUnits(*burmese, u"\u1021\u1004\u103A\u1039\u1002"), 0U);        // two marks in order within one
+    EXPECT_EQ(slowUnits(*burmese, u"\u1018\u103A\u1001\u102B"), 0U);              // the beginning of one, then others
+    EXPECT_EQ(slowUnits(*build("ta"), u"\u0B95\u0BCD\u0BB7\u0BCD \u0B95\u0BBF"), 0U);
+    EXPECT_EQ(slowUnits(*build("ml"), u"\u0D28\u0D4D\u200D\u0D31\u0D46"), 0U);
 }
 
 TEST(SlowWay, OnlyWhatStandsAroundGoesThroughIcu)
