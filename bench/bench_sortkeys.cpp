@@ -158,14 +158,34 @@ void addLengthRow(std::vector<Situation>& rows, std::size_t i)
                     kBytes});
 }
 
-/// Characters that are assigned to nobody: the table knows none of them.
-Texts unknownTexts()
+/// Texts with nothing that one entry of a table tells, by what they are made of.
+struct HardTexts
 {
+    const char* m_pName;
+    const char* m_pTag;
+    std::vector<std::u16string> m_tPieces;
+};
+
+std::vector<HardTexts> hardTexts()
+{
+    return {
+        {"private use", "und", {u"\uE000", u"\uE123", u"\uEFFF", u"\uF00D", u"\uF8FF"}},
+        {"ideographs beyond U+FFFF", "und", {u"\U00020000", u"\U0002A6D6", u"\U0002B740", u"\U00030000"}},
+        {"numbers, kn", "en-u-kn", {u"1-", u"20-", u"307-", u"4096-"}},
+        {"marks out of order", "vi", {u"a\u0323\u0302", u"o\u0301\u0323", u"e\u0302\u0323", u"u\u0301\u0328"}},
+        {"syllables of three parts", "my", {u"\u1000\u103B\u1031", u"\u1019\u1039\u1019", u"\u1004\u103A\u1039"}},
+    };
+}
+
+Texts textsOf(const std::vector<std::u16string>& pieces)
+{
+    constexpr std::size_t kTexts = 1000;
+    constexpr std::size_t kPieces = 10;
     Texts texts;
-    for (std::size_t i = 0; i < 1000; ++i) {
+    for (std::size_t i = 0; i < kTexts; ++i) {
         std::u16string text;
-        for (std::size_t k = 0; k < 14; ++k) {
-            text += static_cast<char16_t>(0xE000 + (i * 31 + k * 7) % 0x1900);
+        for (std::size_t k = 0; k < kPieces; ++k) {
+            text += pieces[(i * 31 + k * 7 + i * k) % pieces.size()];
         }
         texts.push_back(text);
     }
@@ -204,11 +224,16 @@ void addSortKeyRows(std::vector<Situation>& rows)
     for (std::size_t i = 0; i < std::size(kNames); ++i) {
         addLengthRow(rows, i);
     }
-    rows.push_back({"sort key of private use only, tertiary", "ucol_getSortKey", {Target::kRatioAtLeast, 0.7}, [] {
-                        const Texts texts = unknownTexts();
-                        return Contest{repeated(OurKeys("und", texts, SortStrength::kTertiary), texts.size()),
-                                       repeated(IcuKeys("und", texts, UCOL_TERTIARY), texts.size())};
-                    }});
+    for (const HardTexts& each : hardTexts()) {
+        rows.push_back({std::string("sort key of hard texts, ") + each.m_pName,
+                        "ucol_getSortKey",
+                        {Target::kRatioAtLeast, 0.7},
+                        [each] {
+                            const Texts texts = textsOf(each.m_tPieces);
+                            return Contest{repeated(OurKeys(each.m_pTag, texts, SortStrength::kTertiary), texts.size()),
+                                           repeated(IcuKeys(each.m_pTag, texts, UCOL_TERTIARY), texts.size())};
+                        }});
+    }
     addTableRows(rows);
 }
 
