@@ -27,10 +27,10 @@ std::size_t KeyWriter::cutAfter(std::size_t i) const noexcept
     return m_nUnits;
 }
 
-/// An element of a weight that is computed. The other weights are the common ones, which count by their number.
-void KeyWriter::addComputed(const RawElement& raw)
+/// An element of which only the primary weight counts. The others are the common ones, which count by their number.
+void KeyWriter::addCommon(std::uint32_t primary)
 {
-    const Element element = m_rData.m_tRules.apply(raw);
+    const Element element = m_rData.m_tRules.apply({primary, kCommonWeight, kCommonWeight});
     const PrimaryCode code = m_rData.m_tPrimaries->codeOf(element.m_nPrimary);
     m_tPrimary.reserve(code.m_aBytes.size());
     std::memcpy(m_tPrimary.end(), code.m_aBytes.data(), code.m_aBytes.size());
@@ -39,15 +39,16 @@ void KeyWriter::addComputed(const RawElement& raw)
     m_bIgnoring = false;
 }
 
-/// Characters that ICU has no data for, from `i` on. They are read by themselves, and nothing before them is looked at.
-std::size_t KeyWriter::addUnknown(std::size_t i)
+/// Characters from `i` on that are read by themselves; nothing before them is looked at.
+std::size_t KeyWriter::addBeyond(std::size_t i)
 {
     while (i < m_nUnits) {
         const Character c = characterAt(i);
-        if (!m_rData.m_tUnknown.isUnknown(c.m_cCode, c.m_nEntry)) {
+        const std::uint32_t primary = m_rData.primaryBeyond(c.m_cCode, c.m_nEntry);
+        if (primary == 0) {
             break;
         }
-        addComputed(UnknownWeights::elementOf(c.m_cCode));
+        addCommon(primary);
         i += c.m_nWidth;
     }
     return i;
@@ -75,7 +76,7 @@ std::size_t KeyWriter::addNumber(std::size_t i)
     }
     const std::size_t weightCount = count == 0 ? 0 : m_rData.m_tNumbers.weightsOf(digits, count, weights);
     for (std::size_t k = 0; k < weightCount; ++k) {
-        addComputed({weights[k], kCommonWeight, kCommonWeight});
+        addCommon(weights[k]);
     }
     return i;
 }
@@ -83,7 +84,7 @@ std::size_t KeyWriter::addNumber(std::size_t i)
 /// Reads from `i` on what the table does not hold, up to a place before which nothing has to be looked at.
 std::size_t KeyWriter::slow(std::size_t i)
 {
-    std::size_t next = addUnknown(i);
+    std::size_t next = addBeyond(i);
     if (next == i) {
         next = addNumber(i);
     }

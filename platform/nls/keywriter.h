@@ -76,10 +76,10 @@ private:
     void addTertiary(const CodedElement& element);
 
     std::size_t slow(std::size_t i);
-    std::size_t addUnknown(std::size_t i);
+    std::size_t addBeyond(std::size_t i);
     std::size_t addNumber(std::size_t i);
     std::size_t addByIcu(std::size_t i);
-    void addComputed(const RawElement& raw);
+    void addCommon(std::uint32_t primary);
     std::size_t cutAfter(std::size_t i) const noexcept;
     void addSlow(const char16_t* text, std::size_t length, std::size_t skip);
 

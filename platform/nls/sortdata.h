@@ -9,6 +9,7 @@
 
 #include "asciicodes.h"
 #include "elementpool.h"
+#include "farideographs.h"
 #include "icuhandles.h"
 #include "identicallevel.h"
 #include "levelcodes.h"
@@ -86,6 +87,16 @@ struct SortData
     /// The opening of a character that has `kCare`; one with nothing in it when only the order of marks matters.
     const Opening& careOf(char32_t c) const noexcept;
     CodedElement encode(const Element& element) const;
+    /// The primary weight of a character that the table does not hold and that needs no look beside it: its one element
+    /// has common weights else. 0 for others. Throws std::bad_alloc.
+    std::uint32_t primaryBeyond(char32_t c, SortEntry e) const
+    {
+        // What a table holds of its own is no plain slow entry, and neither is what the strings of a sort begin with.
+        if (e != entry::special(kSlowKind)) {
+            return 0;
+        }
+        return m_tUnknown.isUnknown(c) ? UnknownWeights::primaryOf(c) : m_pFar->primaryOf(c);
+    }
     std::size_t memory() const noexcept;
 
     ElementRules m_tRules;
@@ -95,6 +106,7 @@ struct SortData
     SortPages m_tPages;
     UnknownWeights m_tUnknown;
     NumberWeights m_tNumbers;
+    std::shared_ptr<const FarIdeographs> m_pFar = FarIdeographs::shared();
     AsciiCodes m_tAscii;
     std::optional<PrimaryCodes> m_tPrimaries;
     std::optional<LevelCodes> m_tSecondaries;

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "sortcontexts.h"
+#include "sortelements.h"
 
 namespace vel::nls {
 
@@ -20,10 +21,9 @@ bool isComputed(UCollationElements* elements, char32_t c)
     ucol_setText(elements, text.data(), static_cast<int32_t>(text.size()), &status);
     throwOnFailure(status);
     ElementReader reader(elements);
-    const RawElement expected = UnknownWeights::elementOf(c);
     RawElement element;
-    const bool isEqual = reader.next(element) && element.m_nPrimary == expected.m_nPrimary &&
-                         element.m_nSecondary == expected.m_nSecondary && element.m_nTertiary == expected.m_nTertiary;
+    const bool isEqual = reader.next(element) && element.m_nPrimary == UnknownWeights::primaryOf(c) &&
+                         element.m_nSecondary == kCommonWeight && element.m_nTertiary == kCommonWeight;
     return isEqual && !reader.next(element);
 }
 
@@ -38,10 +38,9 @@ UnknownWeights::UnknownWeights(const UCollator* collator)
                               [&](char32_t c) { return isComputed(elements.get(), c); });
 }
 
-/// What a table holds of its own is no plain slow entry, and neither is what the strings of a sort begin with.
-bool UnknownWeights::isUnknown(char32_t c, SortEntry e) const noexcept
+bool UnknownWeights::isUnknown(char32_t c) const noexcept
 {
-    if (!m_bComputed || e != entry::special(kSlowKind)) {
+    if (!m_bComputed) {
         return false;
     }
     const int type = u_charType(static_cast<UChar32>(c));

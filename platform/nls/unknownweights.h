@@ -1,7 +1,8 @@
 #pragma once
 
-#include "sortelements.h"
-#include "sortentry.h"
+#include <cstdint>
+
+#include "icuhandles.h"
 
 namespace vel::nls {
 
@@ -14,10 +15,10 @@ public:
     /// std::bad_alloc.
     explicit UnknownWeights(const UCollator* collator);
 
-    /// Whether a character with that entry is one of them, is part of no sequence, and has one element.
-    bool isUnknown(char32_t c, SortEntry e) const noexcept;
+    /// Whether a character that the table does not hold is one of them.
+    bool isUnknown(char32_t c) const noexcept;
     /// The number of the character in three digits: of 251, 254 and 18 values, the last ones 14 apart.
-    static RawElement elementOf(char32_t c) noexcept
+    static std::uint32_t primaryOf(char32_t c) noexcept
     {
         constexpr std::uint32_t kLead = 0xFE000000;
         constexpr std::uint32_t kLow = 18;
@@ -26,7 +27,7 @@ public:
         const std::uint32_t low = 2 + number % kLow * 14;
         const std::uint32_t middle = 2 + number / kLow % kMiddle;
         const std::uint32_t high = 4 + number / kLow / kMiddle;
-        return {kLead | (high << 16) | (middle << 8) | low, kCommonWeight, kCommonWeight};
+        return kLead | (high << 16) | (middle << 8) | low;
     }
 
 private:

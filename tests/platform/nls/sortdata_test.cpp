@@ -150,6 +150,13 @@ TEST(SlowWay, WhatIcuHasNoDataForIsComputed)
     EXPECT_EQ(slowUnits(*build("zh"), u"\uF8FF\u0301\U000F0000"), 0U);
 }
 
+TEST(SlowWay, IdeographsBeyondTheBasicPlaneAreLookedUp)
+{
+    EXPECT_EQ(slowUnits(*build("en"), u"\U00020000\U00020BB7\u5BB6\U000323AF"), 0U);
+    EXPECT_EQ(slowUnits(*build("zh-u-co-stroke"), u"\U00020000\U0002A6DD\U00030000"), 0U);
+    EXPECT_NE(slowUnits(*build("en"), u"\U0002F800"), 0U);  // one that stands for another
+}
+
 TEST(SlowWay, NumbersAreComputed)
 {
     EXPECT_EQ(slowUnits(*build("en-u-kn"), u"7"), 0U);

@@ -54,15 +54,36 @@ TEST(SortThreads, ATableIsGoneWithItsLastHolderAndMadeAgain)
     EXPECT_EQ(testsupport::faultsOf(openAndLeave, kThreads), 0);
 }
 
+TEST(SortThreads, MeetTheFirstIdeographBeyondTheBasicPlaneAtOnce)
+{
+    // The weights of all such ideographs are asked for when the first is met. The two differ in their last place only.
+    const auto table = SortTable::open("und");
+    ASSERT_NE(table, nullptr);
+    std::vector<std::string> smaller(kThreads);
+    std::vector<std::string> greater(kThreads);
+    EXPECT_EQ(testsupport::faultsOf(
+                  [&](int thread) {
+                      const auto i = static_cast<std::size_t>(thread);
+                      smaller[i] = keyOf(*table, u"\U00020BB6", SortStrength::kPrimary);
+                      greater[i] = keyOf(*table, u"\U00020BB7", SortStrength::kPrimary);
+                      return smaller[i] < greater[i] ? 0 : 1;
+                  },
+                  kThreads),
+              0);
+    EXPECT_EQ(std::count(smaller.begin(), smaller.end(), smaller[0]), kThreads);
+    EXPECT_EQ(std::count(greater.begin(), greater.end(), greater[0]), kThreads);
+}
+
 TEST(SortThreads, ShareATableOnAllItsWays)
 {
-    const auto table = SortTable::open("th-u-ka-shifted");
+    const auto table = SortTable::open("th-u-ka-shifted-kn");
     ASSERT_NE(table, nullptr);
-    // Short and long, marks in and out of order, what only ICU reads, and characters of many elements.
+    // Short and long, marks in and out of order, what only ICU reads, digits, and characters of many elements.
     const std::u16string texts[] = {u"Bangkok",
                                     u"หมู่เกาะ-ก",
                                     u"ห\u0E48\u0E39\u0E40",
                                     u"\uE000\uE001 a\u0301\u0323",
+                                    u"No. 1,024",
                                     u"\uFDFA \u0DD2\u0DCF",
                                     std::u16string(700, u'é') + u"\U0010FFFF"};
     std::vector<std::string> alone;
