@@ -51,21 +51,37 @@ void KeyedLines::fill(std::string_view text, char separator, KeyMaker& maker)
 
 void KeyedLines::sort()
 {
-    m_tOrder.reserve(m_tLines.size());
-    for (const KeyedLine& each : m_tLines) {
-        m_tOrder.push_back({each.m_nPrefix, eightBytes(each.m_sKey, sizeof each.m_nPrefix),
-                            static_cast<std::uint32_t>(m_tOrder.size())});
+    m_tOrder.resize(m_tLines.size());
+    for (std::size_t i = 0; i < m_tOrder.size(); ++i) {
+        m_tOrder[i].m_nLine = static_cast<std::uint32_t>(i);
     }
-    std::sort(m_tOrder.begin(), m_tOrder.end(), [this](const Entry& a, const Entry& b) {
-        if (a.m_nFirst != b.m_nFirst) {
-            return a.m_nFirst < b.m_nFirst;
-        }
-        if (a.m_nSecond != b.m_nSecond) {
-            return a.m_nSecond < b.m_nSecond;
-        }
-        const int order = m_tLines[a.m_nLine].m_sKey.compare(m_tLines[b.m_nLine].m_sKey);
-        return order != 0 ? order < 0 : a.m_nLine < b.m_nLine;
+    std::vector<Group> open{{m_tOrder.begin(), m_tOrder.end(), 0}};
+    while (!open.empty()) {
+        const Group group = open.back();
+        open.pop_back();
+        sortGroup(group, open);
+    }
+}
+
+/// By the next eight bytes of the keys. What is the same in them too, and does not end there, is added to `open`.
+void KeyedLines::sortGroup(const Group& group, std::vector<Group>& open)
+{
+    for (auto each = group.m_tBegin; each != group.m_tEnd; ++each) {
+        const KeyedLine& line = m_tLines[each->m_nLine];
+        each->m_nBytes = group.m_nFrom == 0 ? line.m_nPrefix : eightBytes(line.m_sKey, group.m_nFrom);
+    }
+    std::sort(group.m_tBegin, group.m_tEnd, [](const Entry& a, const Entry& b) {
+        return a.m_nBytes != b.m_nBytes ? a.m_nBytes < b.m_nBytes : a.m_nLine < b.m_nLine;
     });
+    for (auto first = group.m_tBegin; first != group.m_tEnd;) {
+        const auto last =
+            std::find_if(first + 1, group.m_tEnd, [=](const Entry& each) { return each.m_nBytes != first->m_nBytes; });
+        // A zero byte is none of a key's: all of them have ended.
+        if (last - first > 1 && (first->m_nBytes & 0xFF) != 0) {
+            open.push_back({first, last, group.m_nFrom + sizeof first->m_nBytes});
+        }
+        first = last;
+    }
 }
 
 }  // namespace cli

@@ -54,16 +54,23 @@ public:
     const KeyedLine& operator[](std::size_t place) const noexcept { return m_tLines[m_tOrder[place].m_nLine]; }
 
 private:
-    /// What is moved about in place of a line: most pairs differ in the first sixteen bytes of their keys, and then no
-    /// key is looked at, which may be anywhere in memory.
+    /// What is moved about in place of a line. It holds those eight bytes of the key by which lines are being sorted,
+    /// so that no key is looked at, which may be anywhere in memory, while they are compared.
     struct Entry
     {
-        std::uint64_t m_nFirst;
-        std::uint64_t m_nSecond;
+        std::uint64_t m_nBytes;
         std::uint32_t m_nLine;
+    };
+    /// Entries whose keys are the same up to a place, and go on there.
+    struct Group
+    {
+        std::vector<Entry>::iterator m_tBegin;
+        std::vector<Entry>::iterator m_tEnd;
+        std::size_t m_nFrom;
     };
 
     void sort();
+    void sortGroup(const Group& group, std::vector<Group>& open);
 
     vel::NarrowStringPool m_tPool{std::size_t{1} << 20};
     std::vector<KeyedLine> m_tLines;  // in the order of the input
