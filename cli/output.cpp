@@ -45,6 +45,11 @@ void Output::endLine()
 
 void Output::text(std::string_view text)
 {
+    if (text.size() >= kBufferBytes) {
+        flush();
+        write(text);
+        return;
+    }
     m_sBuffer += text;
     if (m_sBuffer.size() >= kBufferBytes) {
         flush();
@@ -53,7 +58,13 @@ void Output::text(std::string_view text)
 
 void Output::flush()
 {
-    std::string_view rest = m_sBuffer;
+    write(m_sBuffer);
+    m_sBuffer.clear();
+}
+
+void Output::write(std::string_view text)
+{
+    std::string_view rest = text;
     while (!rest.empty()) {
         const ssize_t written = ::write(STDOUT_FILENO, rest.data(), rest.size());
         if (written >= 0) {
@@ -64,7 +75,6 @@ void Output::flush()
             throw DataError(std::string("standard output cannot be written: ") + std::strerror(errno));
         }
     }
-    m_sBuffer.clear();
 }
 
 }  // namespace cli

@@ -36,6 +36,7 @@ public:
 
 private:
     void endLine();
+    static void write(std::string_view text);
 
     std::string m_sBuffer;
     bool m_bJson;

@@ -31,16 +31,16 @@ public:
         LineSorter sorter(m_tSort.sort(), strength, m_nMegabytes * kMegabyte, separator.front());
         noteUnknownLanguage(m_tSort.sort());
         InputFiles files(m_tFiles);
-        sorter.sort(files, [&](std::string_view line) {
+        const auto append = [&](std::string& text, std::string_view line) {
             if (output.isJson()) {
                 Json json;
                 json["text"] = line;
-                output.row(json, {});
+                text.append(json.dump()) += '\n';
                 return;
             }
-            output.text(line);
-            output.text(separator);
-        });
+            text.append(line).append(separator);
+        };
+        sorter.sort(files, append, [&](std::string_view text) { output.text(text); });
         return kExitSuccess;
     }
 

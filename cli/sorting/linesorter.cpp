@@ -1,10 +1,13 @@
 #include "sorting/linesorter.h"
 
 #include <algorithm>
+#include <atomic>
 #include <exception>
+#include <system_error>
 #include <thread>
 
 #include "failures.h"
+#include "sorting/lineslices.h"
 
 namespace cli {
 
@@ -16,6 +19,10 @@ constexpr std::size_t kMostRuns = 64;
 /// Text, its keys and the entries of its lines, as a multiple of the text: lines of sixteen bytes need about that.
 constexpr std::size_t kMemoryPerTextByte = 7;
 constexpr std::size_t kLeastTextPerThread = std::size_t{256} << 10;
+/// Merged before what they give is handed over: with several, threads are done at about the same time.
+constexpr std::size_t kSlicesPerThread = 4;
+/// What is handed over at once of merged runs.
+constexpr std::size_t kTextBytes = std::size_t{64} << 10;
 
 std::size_t threadCount()
 {
@@ -48,8 +55,13 @@ void runAtOnce(std::size_t count, const std::function<void(std::size_t)>& work)
         }
     };
     std::vector<std::thread> threads;
+    threads.reserve(count);
     for (std::size_t i = 1; i < count; ++i) {
-        threads.emplace_back(guarded, i);
+        try {
+            threads.emplace_back(guarded, i);
+        } catch (const std::system_error&) {
+            guarded(i);  // the system has no thread to spare
+        }
     }
     guarded(0);
     for (std::thread& each : threads) {
@@ -74,22 +86,21 @@ LineSorter::LineSorter(const vel::String& sort, vel::i18n::CollationStrength str
     }
 }
 
-void LineSorter::sort(InputFiles& files, const std::function<void(std::string_view)>& take)
+void LineSorter::sort(InputFiles& files, const Append& append, const Take& take)
 {
-    const auto takeText = [&](const KeyedLine& line) { take(line.m_sText); };
     TextRound round(files, std::min(m_nMemory / kMemoryPerTextByte, kMostRoundBytes), m_cSeparator);
     bool isMore = round.next();
     while (isMore) {
         sortRound(round);
         m_tProgress.show(m_nLines, "lines read");
         if (m_tRuns.empty() && round.isLast()) {
-            mergeLines(roundSources(), takeText);
+            handOverRound(append, take);
             return;
         }
         addRun();
         isMore = round.next();
     }
-    mergeLines(runSources(), takeText);
+    handOverRuns(append, take);
 }
 
 void LineSorter::sortRound(const TextRound& round)
@@ -114,7 +125,10 @@ void LineSorter::sortRound(const TextRound& round)
 void LineSorter::addRun()
 {
     auto run = std::make_unique<RunFile>();
-    mergeLines(roundSources(), [&](const KeyedLine& line) { run->write(line); });
+    const LineSlices slices(m_tParts);
+    for (std::size_t i = 0; i < slices.size(); ++i) {
+        mergeLines(slices.sources(i), [&](const KeyedLine& line) { run->write(line); });
+    }
     m_tRuns.push_back(std::move(run));
     if (m_tRuns.size() < kMostRuns) {
         return;
@@ -125,13 +139,35 @@ void LineSorter::addRun()
     m_tRuns.push_back(std::move(merged));
 }
 
-std::vector<std::unique_ptr<LineSource>> LineSorter::roundSources() const
+/// A few slices at a time are merged at once, so that the text of all is never held.
+void LineSorter::handOverRound(const Append& append, const Take& take) const
 {
-    std::vector<std::unique_ptr<LineSource>> sources;
-    for (const std::unique_ptr<KeyedLines>& part : m_tParts) {
-        sources.push_back(std::make_unique<MemorySource>(*part));
+    const LineSlices slices(m_tParts);
+    std::vector<std::string> texts(kSlicesPerThread * m_tParts.size());
+    for (std::size_t first = 0; first < slices.size(); first += texts.size()) {
+        const std::size_t count = std::min(texts.size(), slices.size() - first);
+        std::atomic<std::size_t> next = 0;
+        runAtOnce(std::min(m_tParts.size(), count), [&](std::size_t) {
+            for (std::size_t i = 0; (i = next++) < count;) {
+                texts[i].clear();
+                mergeLines(slices.sources(first + i), [&](const KeyedLine& line) { append(texts[i], line.m_sText); });
+            }
+        });
+        std::for_each_n(texts.begin(), count, take);
     }
-    return sources;
+}
+
+void LineSorter::handOverRuns(const Append& append, const Take& take) const
+{
+    std::string text;
+    mergeLines(runSources(), [&](const KeyedLine& line) {
+        append(text, line.m_sText);
+        if (text.size() >= kTextBytes) {
+            take(text);
+            text.clear();
+        }
+    });
+    take(text);
 }
 
 std::vector<std::unique_ptr<LineSource>> LineSorter::runSources() const

@@ -22,14 +22,20 @@ public:
     /// `memory`: about how many bytes may be used. Throws UsageError for a sort that does not exist.
     LineSorter(const vel::String& sort, vel::i18n::CollationStrength strength, std::size_t memory, char separator);
 
-    /// Hands over every line in order. Throws UsageError for a line that is no UTF-8 and DataError for what cannot be
+    /// Adds a line to text as it is to be written. Called by several threads at once.
+    using Append = std::function<void(std::string& text, std::string_view line)>;
+    /// Takes the next lines in order, as they are to be written.
+    using Take = std::function<void(std::string_view text)>;
+
+    /// Hands over all lines in order. Throws UsageError for a line that is no UTF-8 and DataError for what cannot be
     /// read.
-    void sort(InputFiles& files, const std::function<void(std::string_view)>& take);
+    void sort(InputFiles& files, const Append& append, const Take& take);
 
 private:
     void sortRound(const TextRound& round);
     void addRun();
-    std::vector<std::unique_ptr<LineSource>> roundSources() const;
+    void handOverRound(const Append& append, const Take& take) const;
+    void handOverRuns(const Append& append, const Take& take) const;
     std::vector<std::unique_ptr<LineSource>> runSources() const;
 
     std::size_t m_nMemory;

@@ -13,12 +13,14 @@ constexpr std::size_t kAhead = 16;
 
 bool MemorySource::next()
 {
-    if (m_nNext == m_tLines.size()) {
+    if (m_nNext == m_nEnd) {
         return false;
     }
-    if (m_nNext + 2 * kAhead < m_tLines.size()) {
+    if (m_nNext + 2 * kAhead < m_nEnd) {
+        const KeyedLine& soon = m_tLines[m_nNext + kAhead];
         __builtin_prefetch(&m_tLines[m_nNext + 2 * kAhead]);
-        __builtin_prefetch(m_tLines[m_nNext + kAhead].m_sText.data());
+        __builtin_prefetch(soon.m_sText.data());
+        __builtin_prefetch(soon.m_sKey.data());
     }
     m_tLine = m_tLines[m_nNext++];
     return true;

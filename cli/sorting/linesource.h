@@ -26,16 +26,19 @@ protected:
     KeyedLine m_tLine{};
 };
 
-/// Lines in memory; they must outlive it.
+/// Lines in memory, from one place in their order to before another; they must outlive it.
 class MemorySource final : public LineSource
 {
 public:
-    explicit MemorySource(const KeyedLines& lines) noexcept : m_tLines(lines) {}
+    MemorySource(const KeyedLines& lines, std::size_t begin, std::size_t end) noexcept
+        : m_tLines(lines), m_nNext(begin), m_nEnd(end)
+    {}
     bool next() override;
 
 private:
     const KeyedLines& m_tLines;
-    std::size_t m_nNext = 0;
+    std::size_t m_nNext;
+    std::size_t m_nEnd;
 };
 
 /// Hands the lines of all sources to `take` in order; where keys are equal, those of an earlier source first.

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,35 @@ TEST(Sort, linesThatCompareEqualKeepTheirOrder)
                      "en"),
               "\n\x01\n\x01"
               "a\na\n");
+}
+
+/// A letter, then the number as eighteen letters x of either case: at the first strength the letter alone decides.
+std::string lineOf(char letter, std::size_t number)
+{
+    std::string line(1, letter);
+    for (std::size_t bit = 0; bit < 18; ++bit) {
+        line += (number >> bit & 1U) != 0 ? 'X' : 'x';
+    }
+    return line + '\n';
+}
+
+TEST(Sort, manyLinesThatCompareEqualKeepTheirOrderThoughSeveralThreadsSortAndMerge)
+{
+    constexpr std::size_t kLines = 200'000;
+    std::string input;
+    std::map<char, std::string> groups;
+    for (std::size_t i = 0; i < kLines; ++i) {
+        // Half of the lines are equal, more than threads share out at once.
+        const char letter = i % 2 == 0 ? 'm' : static_cast<char>('a' + i / 2 % 26);
+        const std::string line = lineOf(letter, i);
+        input += line;
+        groups[letter] += line;
+    }
+    std::string expected;
+    for (const auto& [letter, lines] : groups) {
+        expected += lines;
+    }
+    EXPECT_TRUE(sorted(input, "en", {"--strength", "1"}) == expected);
 }
 
 TEST(Sort, theLastLineNeedsNoLineFeedAndLinesMayBeEmpty)
