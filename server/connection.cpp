@@ -96,6 +96,11 @@ void Connection::waitForRequest()
         readHeader();
         return;
     }
+    // stop() may have come while the last answer was sent, and have found the connection at work.
+    if (m_rShared.m_bStopping) {
+        close();
+        return;
+    }
     m_bIdle = true;
     setTimer(m_rShared.m_tLimits.m_tIdleTime);
     m_tSocket.async_wait(asio::ip::tcp::socket::wait_read, [self = shared_from_this()](const Error& error) {

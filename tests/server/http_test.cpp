@@ -2,10 +2,13 @@
 
 #include <chrono>
 #include <memory>
+#include <stdexcept>
+#include <string>
 #include <thread>
 #include <vector>
 
 #include "client.h"
+#include "httpserver.h"
 #include "runningserver.h"
 
 namespace {
@@ -315,6 +318,42 @@ TEST(Http, stopsWhenRequestsInFlightAreAnswered)
     EXPECT_EQ(reply->m_nStatus, 200U);
     EXPECT_EQ(reply->m_tHeaders.at("connection"), "close");
     server.join();
+}
+
+bool isListening(std::uint16_t port)
+{
+    try {
+        const Client client(port);
+        return true;
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+}
+
+TEST(Http, closesAConnectionThatIsStillTakingAnAnswerWhenItStops)
+{
+    server::Limits limits;
+    limits.m_tIdleTime = limits.m_tStopTime = std::chrono::minutes(2);  // longer than the client waits
+    const std::string body(std::size_t{32} << 20, 'x');  // more than a socket takes that nobody reads from
+    server::HttpServer server(
+        limits,
+        [&body](const server::HttpRequest&) {
+            server::HttpAnswer answer;
+            answer.m_sBody = body;
+            return answer;
+        },
+        [](const server::Served&) {});
+    const std::uint16_t port = server.listen(0);
+    const std::jthread thread([&server] { server.run(1); });
+    Client slow(port);
+    slow.send(kHealth);
+    EXPECT_TRUE(slow.hasSomething(std::chrono::minutes(1)));
+    server.stop();
+    while (isListening(port)) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    EXPECT_EQ(slow.receive()->m_sBody.size(), body.size());
+    EXPECT_TRUE(slow.isClosed());
 }
 
 TEST(Http, stopsInTimeWithRequestsThatNeverEnd)
