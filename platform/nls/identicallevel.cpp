@@ -100,6 +100,8 @@ void Decompositions::add(char32_t c)
         appendUnits(text.data(), length > 0 ? static_cast<std::size_t>(length) : 1, bytes);
         place |= kBytes | static_cast<Place>((m_sBytes.size() << 5) | bytes.size());
         m_sBytes.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    } else {
+        place |= static_cast<Place>(lastClass(c));
     }
     if (place != 0) {
         if (m_tOwn.empty() || m_aPages[c >> 8] != m_tOwn.back().get()) {
@@ -144,7 +146,7 @@ bool Decompositions::appendInOrder(const unsigned char* utf16be, std::size_t uni
         unsigned char* p = out.end();
         for (; i < end; ++i) {
             const char32_t c = bigEndianUnit(utf16be + 2 * i);
-            const Place place = (*m_aPages[c >> 8])[c & 0xFF];
+            const Place place = placeOf(c);
             if (place == 0) {
                 if (isSurrogate(c)) {
                     return false;
@@ -170,6 +172,24 @@ void Decompositions::append(const unsigned char* utf16be, std::size_t byteCount,
         out.shrink(size);
         appendNormalized(utf16be, byteCount, out);
     }
+}
+
+bool Decompositions::isInOrder(char32_t before, char32_t mark) const noexcept
+{
+    if ((before | mark) <= 0xFFFF) {
+        const Place first = placeOf(before);
+        const Place second = placeOf(mark);
+        if (((first | second) & kBytes) == 0) {
+            return (first & kClass) <= (second & kClass);
+        }
+    }
+    return lastClass(before) <= firstClass(mark);
+}
+
+int Decompositions::classOfWhole(char32_t mark) const noexcept
+{
+    const Place place = mark > 0xFFFF ? kBytes : placeOf(mark);
+    return (place & kBytes) == 0 ? static_cast<int>(place & kClass) : 0;
 }
 
 }  // namespace vel::nls

@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "keywriter.h"
-#include "sortcontexts.h"
+#include "markedcharacter.h"
 
 namespace vel::nls {
 
@@ -53,7 +53,7 @@ bool KeyWriter::areMarksInOrder(char32_t before, std::size_t i) const noexcept
             return true;
         }
         const Character mark = characterAt(i);
-        if (entry::isKind(mark.m_nEntry, kSlowKind) || !isInOrder(before, mark.m_cCode)) {
+        if (entry::isKind(mark.m_nEntry, kSlowKind) || !m_rData.m_pDecompositions->isInOrder(before, mark.m_cCode)) {
             return false;
         }
         before = mark.m_cCode;
@@ -94,7 +94,7 @@ std::size_t KeyWriter::start(std::size_t i, const Character& c, const Opening& o
         const Character next = characterAt(place);
         const SortEntry* member = members->find(next.m_cCode);
         if (mayMarksMove(last, *members, next, member != nullptr, place)) {
-            return slow(i);
+            return members == &opening ? startMarked(i, c, opening, alone) : slow(i);
         }
         if (member == nullptr) {
             break;
@@ -117,6 +117,25 @@ std::size_t KeyWriter::start(std::size_t i, const Character& c, const Opening& o
         return slow(i);
     }
     addEntry(alone);
+    return end;
+}
+
+/// A character and all marks behind it, of which some may have to change places, or belong to the character though
+/// others stand between.
+std::size_t KeyWriter::startMarked(std::size_t i, const Character& c, const Opening& opening, SortEntry alone)
+{
+    MarkedCharacter marked(m_rData);
+    bool isKnown = marked.begin(c.m_cCode, opening, alone);
+    std::size_t end = i + c.m_nWidth;
+    while (isKnown && areMarksAt(end)) {
+        const Character mark = characterAt(end);
+        isKnown = marked.add(mark.m_cCode, mark.m_nEntry);
+        end += mark.m_nWidth;
+    }
+    if (!isKnown || !marked.join() || (marked.mayGoOn() && end < m_nUnits)) {
+        return slow(i);
+    }
+    marked.forEachEntry([this](SortEntry e) { addEntry(e); });
     return end;
 }
 

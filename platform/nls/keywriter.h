@@ -60,6 +60,7 @@ private:
 
     std::size_t special(std::size_t i, bool isCareful);
     std::size_t start(std::size_t i, const Character& c, const Opening& opening, SortEntry alone);
+    std::size_t startMarked(std::size_t i, const Character& c, const Opening& opening, SortEntry alone);
     std::size_t prefixed(std::size_t i, const Character& c, const Opening& opening);
     bool mayMarksMove(char32_t before, const Opening& opening, const Character& next, bool isMember,
                       std::size_t place) const noexcept;

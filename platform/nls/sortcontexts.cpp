@@ -68,8 +68,6 @@ SortContexts readContexts(const UCollator* collator)
     return contexts;
 }
 
-namespace {
-
 int firstClass(char32_t c) noexcept
 {
     return u_getIntPropertyValue(static_cast<UChar32>(c), UCHAR_LEAD_CANONICAL_COMBINING_CLASS);
@@ -80,8 +78,6 @@ int lastClass(char32_t c) noexcept
     return u_getIntPropertyValue(static_cast<UChar32>(c), UCHAR_TRAIL_CANONICAL_COMBINING_CLASS);
 }
 
-}  // namespace
-
 bool isMark(char32_t c) noexcept
 {
     return firstClass(c) != 0;
@@ -90,11 +86,6 @@ bool isMark(char32_t c) noexcept
 bool endsInMark(char32_t c) noexcept
 {
     return lastClass(c) != 0;
-}
-
-bool isInOrder(char32_t before, char32_t mark) noexcept
-{
-    return lastClass(before) <= firstClass(mark);
 }
 
 std::u16string utf16Of(std::u32string_view text)

@@ -27,8 +27,9 @@ SortContexts readContexts(const UCollator* collator);
 bool isMark(char32_t c) noexcept;
 /// Whether a mark behind the character may have to be brought into order with the character's own.
 bool endsInMark(char32_t c) noexcept;
-/// Whether a mark behind the character, or behind another mark, is in order there: its combining class is no lower.
-bool isInOrder(char32_t before, char32_t mark) noexcept;
+/// The combining class of the character, or of the first or last one that it decomposes to; 0 for what is no mark.
+int firstClass(char32_t c) noexcept;
+int lastClass(char32_t c) noexcept;
 
 std::u16string utf16Of(std::u32string_view text);
 

@@ -38,6 +38,17 @@ inline bool isShort(const vel::nls::SortData& data, std::u16string_view text,
                 reinterpret_cast<unsigned char*>(key.data()), key.size(), otherwise) != kOtherwise;
 }
 
+/// The key by way of long texts.
+inline std::string longKey(const vel::nls::SortData& data, std::u16string_view text,
+                           vel::nls::SortStrength strength = vel::nls::SortStrength::kTertiary)
+{
+    const std::string bytes = testsupport::bytesOf(text);
+    std::string key(64 * text.size() + 64, '\0');
+    vel::nls::KeyWriter writer(data, strength, reinterpret_cast<unsigned char*>(key.data()), key.size());
+    key.resize(writer.write(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()));
+    return key;
+}
+
 /// Code units that ICU reads.
 inline std::size_t slowUnits(const vel::nls::SortData& data, std::u16string_view text)
 {
