@@ -66,8 +66,7 @@ void KeyLevels::tertiary(std::size_t number, const LevelCode& code)
     m_tTertiary.put(&code.m_aBytes[1], code.m_nLength - 1U);
 }
 
-// ------------------------------------------------------------------------------------------------------------
-// backwards
+// ----------------------------------------------------------------------------------------------------------- backwards
 
 void KeyLevels::pushFrench(const FrenchEvent& event)
 {
@@ -112,8 +111,7 @@ void KeyLevels::finishFrench(std::size_t elements)
     }
 }
 
-// --------------------------------------------------------------------------------------------------------- fourth
-// level
+// -------------------------------------------------------------------------------------------------------- fourth level
 
 void KeyLevels::putQuaternaryRun(std::size_t run, bool isHigher)
 {

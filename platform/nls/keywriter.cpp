@@ -200,8 +200,7 @@ std::size_t KeyWriter::run(std::size_t i, std::size_t end)
     return i;
 }
 
-// -------------------------------------------------------------------------------------------------------------- the
-// end
+// ------------------------------------------------------------------------------------------------------------- the end
 
 std::size_t KeyWriter::finish(const unsigned char* utf16be, std::size_t byteCount)
 {

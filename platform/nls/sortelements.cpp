@@ -97,8 +97,7 @@ std::uint16_t ElementRules::tertiaryByCase(const RawElement& raw) const noexcept
     return static_cast<std::uint16_t>(turned < 0xC500 ? turned - 0x4000 : turned);
 }
 
-// ---------------------------------------------------------------------------------------------------------
-// quaternaries
+// -------------------------------------------------------------------------------------------------------- quaternaries
 
 namespace {
 

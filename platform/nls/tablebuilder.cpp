@@ -324,8 +324,7 @@ SortEntry TableBuilder::syllableEntry(char32_t number) const
     return (bytes & 0xFFFFFFFFU) | (SortEntry{length} << 32) | (SortEntry{elements} << 38);
 }
 
-// ------------------------------------------------------------------------------------------------------------
-// sequences
+// ----------------------------------------------------------------------------------------------------------- sequences
 
 /// The sequences as a tree, by first character.
 TableBuilder::Sequences TableBuilder::readSequences()
