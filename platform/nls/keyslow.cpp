@@ -54,31 +54,40 @@ std::size_t KeyWriter::addBeyond(std::size_t i)
     return i;
 }
 
+std::size_t KeyWriter::endOfDigits(std::size_t i) const noexcept
+{
+    while (i < m_nUnits) {
+        const Character c = characterAt(i);
+        if (digitValue(c.m_cCode) < 0) {
+            break;
+        }
+        i += c.m_nWidth;
+    }
+    return i;
+}
+
 /// Digits from `i` on, in a sort that reads them together. They are part of no sequence there.
 std::size_t KeyWriter::addNumber(std::size_t i)
 {
-    if (!m_rData.m_tNumbers.areComputed()) {
+    const std::size_t end = m_rData.m_tNumbers.areComputed() ? endOfDigits(i) : i;
+    if (end == i) {
         return i;
     }
-    const std::size_t most = m_nUnits - i;
-    const ThreadScratch scratch(NumberWeights::mostWeights(most) * sizeof(std::uint32_t) + most);
+    const std::size_t mostWeights = NumberWeights::mostWeights(end - i);
+    const ThreadScratch scratch(mostWeights * sizeof(std::uint32_t) + (end - i));
     auto* const weights = scratch.as<std::uint32_t>();
-    auto* const digits = reinterpret_cast<std::uint8_t*>(weights + NumberWeights::mostWeights(most));
+    auto* const digits = reinterpret_cast<std::uint8_t*>(weights + mostWeights);
     std::size_t count = 0;
-    while (i < m_nUnits) {
+    while (i < end) {
         const Character c = characterAt(i);
-        const int value = digitValue(c.m_cCode);
-        if (value < 0) {
-            break;
-        }
-        digits[count++] = static_cast<std::uint8_t>(value);
+        digits[count++] = static_cast<std::uint8_t>(digitValue(c.m_cCode));
         i += c.m_nWidth;
     }
-    const std::size_t weightCount = count == 0 ? 0 : m_rData.m_tNumbers.weightsOf(digits, count, weights);
+    const std::size_t weightCount = m_rData.m_tNumbers.weightsOf(digits, count, weights);
     for (std::size_t k = 0; k < weightCount; ++k) {
         addCommon(weights[k]);
     }
-    return i;
+    return end;
 }
 
 /// Reads from `i` on what the table does not hold, up to a place before which nothing has to be looked at.

@@ -78,6 +78,7 @@ private:
 
     std::size_t slow(std::size_t i);
     std::size_t addBeyond(std::size_t i);
+    std::size_t endOfDigits(std::size_t i) const noexcept;
     std::size_t addNumber(std::size_t i);
     std::size_t addByIcu(std::size_t i);
     void addCommon(std::uint32_t primary);

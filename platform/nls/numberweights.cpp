@@ -118,6 +118,9 @@ std::vector<std::uint32_t> primariesOf(const UCollator* collator, const char16_t
 
 int digitValue(char32_t c) noexcept
 {
+    if (c < 0x80) {
+        return c >= U'0' && c <= U'9' ? static_cast<int>(c - U'0') : -1;
+    }
     return u_charDigitValue(static_cast<UChar32>(c));
 }
 

@@ -211,6 +211,24 @@ TEST(SteadyState, NeitherKeysNorComparisonAllocate)
     }
 }
 
+TEST(LongTexts, EachNumberTakesRoomForItselfOnly)
+{
+    // Room for all that follows a number would be too large to be kept, and be allocated for each of them.
+    constexpr std::size_t kNumbers = 200'000;
+    const auto table = SortTable::open("en-u-kn");
+    std::u16string text;
+    for (std::size_t i = 0; i < kNumbers; ++i) {
+        text += u"7a";
+    }
+    const std::string bytes = bytesOf(text);
+    std::string key(4 * bytes.size(), '\0');
+    const testsupport::AllocationCount count;
+    EXPECT_LT(table->makeKey(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), SortStrength::kPrimary,
+                             reinterpret_cast<unsigned char*>(key.data()), key.size()),
+              key.size());
+    EXPECT_LT(count.value(), kNumbers / 100);
+}
+
 TEST(LongTexts, AHundredMegabytesHaveAKey)
 {
     const auto table = SortTable::open("sv");
