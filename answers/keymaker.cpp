@@ -17,6 +17,9 @@ namespace {
 constexpr const wchar_t* ksBinary = L"binary";
 constexpr const wchar_t* ksRoot = L"und";
 constexpr const wchar_t* ksOfTheService = L".AL16UTF16";
+/// In a pool, the room for a key that does not fit grows with the square of the text: keys of longer texts are made
+/// elsewhere and copied.
+constexpr std::size_t kMostInPool = 256;
 
 Collator makeCollator(vel::i18n::NLSThreadContext& context, const String& sort, vel::i18n::CollationStrength strength)
 {
@@ -26,6 +29,13 @@ Collator makeCollator(vel::i18n::NLSThreadContext& context, const String& sort, 
                          "zh-u-co-stroke or und, and binary");
     }
     return Collator(context, sort, strength);
+}
+
+vel::i18n::RefCollationKey copied(const vel::i18n::CollationKey& key, vel::NarrowStringPool& pool)
+{
+    std::copy_n(key.view().data(), key.view().size(), pool.getAppendBuffer(key.view().size()));
+    pool.commitAppendBuffer(key.view().size());
+    return vel::i18n::RefCollationKey(pool.lastString());
 }
 
 }  // namespace
@@ -73,7 +83,8 @@ std::optional<std::size_t> KeyMaker::makeKey(std::string_view utf8, vel::NarrowS
     if (fault != std::string_view::npos) {
         return fault;
     }
-    key = m_tCollator.createRefCollationKey(m_tWide.data(), length, pool);
+    key = length <= kMostInPool ? m_tCollator.createRefCollationKey(m_tWide.data(), length, pool)
+                                : copied(m_tCollator.createCollationKey(m_tWide.data(), length), pool);
     return std::nullopt;
 }
 

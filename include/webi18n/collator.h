@@ -91,7 +91,9 @@ public:
     ~Collator() override;
 
     CollationKey createCollationKey(const wchar_t* pValue, std::size_t nValueLength);
-    /// The key's bytes lie in the pool. Once the buffers have grown nothing is allocated but the pool's blocks.
+    /// The key's bytes lie in the pool. Once the buffers have grown nothing is allocated but the pool's blocks. Where a
+    /// key has more than about five bytes a character and does not fit, the room that is asked for next grows with the
+    /// square of the text: for texts of thousands of characters createCollationKey() is the safer choice.
     RefCollationKey createRefCollationKey(const wchar_t* pValue, std::size_t nValueLength,
                                           StringPoolTemplate<char>& rPool);
     /// -1, 0 or 1, by the law above, without making keys where the service can.

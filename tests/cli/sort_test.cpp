@@ -91,6 +91,27 @@ TEST(Sort, manyLinesThatCompareEqualKeepTheirOrderThoughSeveralThreadsSortAndMer
     EXPECT_TRUE(sorted(input, "en", {"--strength", "1"}) == expected);
 }
 
+TEST(Sort, whereNoThreadCanBeStartedOneDoesAll)
+{
+    std::string input;
+    std::string expected;
+    for (int i = 0; i < 100'000; ++i) {
+        input += std::to_string(199'999 - i) + '\n';
+        expected += std::to_string(100'000 + i) + '\n';
+    }
+    // A thread's stack would be as large as this limit, beyond what there are addresses for.
+    const std::string script = "ulimit -s 200000000000 || exit 99; exec '" WEBI18N_COMMAND "' sort --sort en";
+    clitest::Setting setting;
+    setting.m_sProgram = "/bin/sh";
+    setting.m_sInput = input;
+    const Outcome outcome = run({"-c", script}, setting);
+    if (outcome.m_nExit == 99) {
+        GTEST_SKIP() << "the limit of the stack cannot be raised here";
+    }
+    EXPECT_EQ(outcome.m_nExit, 0);
+    EXPECT_TRUE(outcome.m_sOut == expected) << outcome.m_sError;
+}
+
 TEST(Sort, theLastLineNeedsNoLineFeedAndLinesMayBeEmpty)
 {
     EXPECT_EQ(sorted("", "sv"), "");
@@ -227,6 +248,18 @@ TEST(Sort, aFaultBehindTheFirstRoundIsFoundInItsLine)
     input += "x\xFF\n";
     EXPECT_THAT(runOn(input, {"sort", "--sort", "en", "--memory", "1"}).m_sError,
                 HasSubstr("standard input, line " + std::to_string(lines + 1) + ": invalid UTF-8 at byte offset 1"));
+}
+
+TEST(Sort, aLongLineOfCharactersWithLongKeysIsSortedToo)
+{
+    // Characters for private use sort by their code points, behind all letters; the end of the line decides.
+    std::string privateUse;
+    for (int i = 0; i < 200'000; ++i) {
+        privateUse += "\xEE\x80\x80";
+    }
+    const std::string first = privateUse + "a\n";
+    const std::string second = privateUse + "b\n";
+    EXPECT_TRUE(sorted(second + first + "z\n", "und") == "z\n" + first + second);
 }
 
 TEST(Sort, aLineLongerThanTheMemoryIsSortedToo)
