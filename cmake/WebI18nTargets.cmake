@@ -6,8 +6,6 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
-# An installed program finds the library beside its own folder, wherever the tree was moved to.
-set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
 find_program(WEBI18N_CCACHE ccache)
 if(WEBI18N_CCACHE)
@@ -33,6 +31,7 @@ if(WEBI18N_SANITIZE)
         -fsanitize=${WEBI18N_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(webi18n_flags INTERFACE -fsanitize=${WEBI18N_SANITIZE})
 endif()
+include(WebI18nHardening)
 if(WEBI18N_LIBFUZZER)
     target_compile_options(webi18n_flags INTERFACE -fsanitize=fuzzer-no-link)
     target_link_options(webi18n_flags INTERFACE -fsanitize=fuzzer-no-link)
@@ -59,6 +58,18 @@ endfunction()
 function(webi18n_version_script target file)
     target_link_options(${target} PRIVATE "-Wl,--version-script=${CMAKE_CURRENT_SOURCE_DIR}/${file}")
     set_target_properties(${target} PROPERTIES LINK_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${file}")
+endfunction()
+
+# webi18n_installed(TARGET SEARCH_PATH)
+# A program or shared library that is installed. It stands where an installation has it, so that the search path for its
+# libraries is that of an installation from the beginning: CMake would lengthen one that it has to change with colons, and
+# the loader takes what is empty between two of them for the working folder.
+function(webi18n_installed target searchPath)
+    set_target_properties(${target} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin"
+        LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}"
+        BUILD_WITH_INSTALL_RPATH ON
+        INSTALL_RPATH "${searchPath}")
 endfunction()
 
 # webi18n_static_library(TARGET NAME OBJECTS...)

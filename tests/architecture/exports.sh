@@ -2,7 +2,7 @@
 # Compares what a shared library exports with its reviewed list: exports.sh LIBRARY [--update]
 # The list of libwebi18n.so is exports.txt, that of libwebi18n-NAME.so is exports-NAME.txt. A symbol that is not in it, or
 # no longer exported, is a fault. After a deliberate change of the interface run
-#     tests/architecture/exports.sh build/release/webi18n/libwebi18n.so --update
+#     tests/architecture/exports.sh build/release/lib/libwebi18n.so --update
 # and read the difference of exports.txt before it is committed: every new line is a promise, and a line that is gone or
 # has changed breaks programs that were linked before (raise the major version). What may be exported at all, and under
 # which version, is webi18n/webi18n.map, render/webi18n-render.map; docs/building.md tells more.

@@ -90,6 +90,11 @@ for package in "${packages[@]}"; do
 done
 ((libraries > 5)) || fault "only $libraries needed libraries were looked at"
 
+# Its programs and libraries are those of a release.
+for check in hardened searchpaths; do
+    "$here/../architecture/$check.sh" "$root/usr" || fault "not $check"
+done
+
 # The command finds its data beside itself; the library is where the root's loader would look.
 folder="$(dirname "$(find "$root/usr/lib" -name 'libwebi18n.so.1')")"
 LC_ALL=C grep -q '"locale":"fr-ca"' <(LD_LIBRARY_PATH="$folder" "$root/usr/bin/webi18n" explain --json 'fr-CA,fr;q=0.9')
