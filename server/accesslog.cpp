@@ -10,7 +10,9 @@ namespace server {
 
 namespace {
 
-constexpr std::size_t kTargetBytes = 512;  // of a long target the beginning tells enough
+// Of what is long the beginning tells enough.
+constexpr std::size_t kMethodBytes = 16;
+constexpr std::size_t kTargetBytes = 512;
 
 }  // namespace
 
@@ -20,7 +22,7 @@ void logAccess(const Served& served)
     if (!vel::Logger::isEnabled(vel::kLogInformation)) {
         return;
     }
-    const std::string method = served.m_sMethod.empty() ? "-" : printable(served.m_sMethod);
+    const std::string method = served.m_sMethod.empty() ? "-" : printable(served.m_sMethod.substr(0, kMethodBytes));
     const std::string target = served.m_sTarget.empty() ? "-" : printable(served.m_sTarget.substr(0, kTargetBytes));
     const std::string line =
         method + " " + target + " " + std::to_string(served.m_nStatus) + " " + std::to_string(served.m_nSeconds);

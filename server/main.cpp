@@ -1,10 +1,12 @@
 #include <clocale>
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 
 #include "accesslog.h"
 #include "api.h"
-#include "httpserver.h"
+#include "net/httpserver.h"
 #include "options.h"
 #include "spdlogsink.h"
 
@@ -21,21 +23,25 @@ enum ExitCode
 
 ExitCode serve(const Options& options)
 {
-    vel::Logger::setSink(vel::makeHandle<SpdlogSink>(options.m_eLog, options.m_bAccessLog));
+    const auto sink = vel::makeHandle<SpdlogSink>(options.m_eLog, options.m_bAccessLog);
+    vel::Logger::setSink(sink);
     const Catalogues catalogues(options.m_tData);
-    Metrics metrics(Api::routes());
+    Metrics metrics(Api::routes(), [&sink] { return sink->dropped(); });
     const Api api(catalogues, metrics);
     HttpServer http(
         Limits(), [&api](const HttpRequest& request) { return api.answer(request); },
         [&metrics](const Served& served) {
             metrics.count(served);
             logAccess(served);
-        });
+        },
+        options.m_tAccess);
     http.stopOnSignals();
     // The one line of standard output: who started the server on a free port reads it there.
     std::printf("http://127.0.0.1:%u\n", static_cast<unsigned>(http.listen(options.m_nPort)));
     std::fflush(stdout);
-    http.run(options.m_nThreads);
+    if (!http.run(options.m_nThreads)) {
+        std::_Exit(kExitSuccess);  // the time for stopping is over, and somebody is still at work with what lives here
+    }
     vel::Logger::setSink({});
     return kExitSuccess;
 }
@@ -73,5 +79,8 @@ ExitCode runReporting(int count, char** arguments) noexcept
 int main(int count, char** arguments)
 {
     std::setlocale(LC_CTYPE, "C.UTF-8");
+    // Neither a reader of the log that goes away nor a terminal that is closed is a reason to serve nobody.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGHUP, SIG_IGN);
     return server::runReporting(count, arguments);
 }

@@ -20,7 +20,8 @@ std::string decimal(double number)
 
 }  // namespace
 
-Metrics::Metrics(std::vector<const char*> routes) : m_vNames(std::move(routes)), m_vRoutes(m_vNames.size())
+Metrics::Metrics(std::vector<const char*> routes, std::function<std::uint64_t()> dropped)
+    : m_tDropped(std::move(dropped)), m_vNames(std::move(routes)), m_vRoutes(m_vNames.size())
 {}
 
 void Metrics::count(const Served& served) noexcept
@@ -40,6 +41,10 @@ std::string Metrics::text() const
     std::string text;
     appendRequests(text);
     appendLatencies(text);
+    text +=
+        "# HELP webi18n_log_dropped_total Records that the log left out, because nobody read them in time.\n"
+        "# TYPE webi18n_log_dropped_total counter\nwebi18n_log_dropped_total " +
+        std::to_string(m_tDropped ? m_tDropped() : 0) + "\n";
     text += "# HELP webi18n_stage_total Steps of the library that requests took.\n# TYPE webi18n_stage_total counter\n";
     for (std::size_t stage = 0; stage < m_aStages.size(); ++stage) {
         text += "webi18n_stage_total{stage=\"" + std::string(kStageNames[stage]) + "\"} " +

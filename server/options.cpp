@@ -11,6 +11,8 @@ const char* const ksUsage =
     "Serves the library's answers as JSON on the loopback address.\n\n"
     "  --port N            the port (8080); 0 takes a free one\n"
     "  --threads N         how many threads serve (2)\n"
+    "  --host NAME         one more name or address by which clients may call it\n"
+    "  --origin URL        one more site whose pages may send to it, such as https://example.com\n"
     "  --data DIR          the data folder; none: start empty\n"
     "  --config FILE       a configuration file, in front of the data folder's\n"
     "  --set KEY=VALUE     one configuration value, in front of the files'\n"
@@ -90,6 +92,8 @@ const std::map<std::string, Read>& readers()
                       const std::string& n) { o.m_nPort = static_cast<std::uint16_t>(numberIn(t, n, 0, 65535)); }},
         {"--threads",
          [](Options& o, const std::string& t, const std::string& n) { o.m_nThreads = numberIn(t, n, 1, 256); }},
+        {"--host", [](Options& o, const std::string& t, const std::string&) { o.m_tAccess.m_tHosts.push_back(t); }},
+        {"--origin", [](Options& o, const std::string& t, const std::string&) { o.m_tAccess.m_tOrigins.push_back(t); }},
         {"--data", [](Options& o, const std::string& t, const std::string& n) { o.m_tData.m_sData = wideOf(t, n); }},
         {"--config",
          [](Options& o, const std::string& t, const std::string& n) { o.m_tData.m_sConfig = wideOf(t, n); }},

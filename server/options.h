@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "answers/datafiles.h"
+#include "net/access.h"
 #include "vel/log/logger.h"
 
 namespace server {
@@ -23,6 +24,7 @@ struct Options
     answers::DataOptions m_tData;
     std::uint16_t m_nPort = 8080;  ///< 0: any that is free
     unsigned m_nThreads = 2;       ///< 1 to 256
+    Access m_tAccess;              ///< what is named is added to the loopback names
     vel::LogSeverity m_eLog = vel::kLogWarning;
     bool m_bAccessLog = true;
     bool m_bHelp = false;

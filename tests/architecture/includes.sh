@@ -45,7 +45,7 @@ locale\.h            tests
 "
 
 # Headers of the system and the compiler, beside those of the C++ library (which have no extension).
-systemHeaders='arpa/inet\.h|cxxabi\.h|emmintrin\.h|immintrin\.h|fcntl\.h|malloc\.h|time\.h|unistd\.h|dlfcn\.h|pthread\.h|sys/[a-z]+\.h'
+systemHeaders='arpa/inet\.h|netinet/tcp\.h|cxxabi\.h|emmintrin\.h|immintrin\.h|fcntl\.h|malloc\.h|time\.h|unistd\.h|dlfcn\.h|pthread\.h|sys/[a-z]+\.h'
 
 faults=0
 fault() {

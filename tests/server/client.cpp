@@ -59,6 +59,13 @@ bool Client::readMore()
     return count > 0;
 }
 
+std::size_t Client::readSome(std::size_t most)
+{
+    std::string bytes(most, '\0');
+    const ssize_t count = recv(m_nSocket, bytes.data(), most, 0);
+    return count > 0 ? static_cast<std::size_t>(count) : 0;
+}
+
 bool Client::hasSomething(std::chrono::milliseconds longest)
 {
     pollfd waiting{m_nSocket, POLLIN, 0};
@@ -115,8 +122,9 @@ Reply get(std::uint16_t port, std::string_view target, std::string_view headers)
 Reply post(std::uint16_t port, std::string_view target, std::string_view body, std::string_view headers)
 {
     Client client(port);
-    client.send("POST " + std::string(target) + " HTTP/1.1\r\nHost: localhost\r\nContent-Length: " +
-                std::to_string(body.size()) + "\r\n" + std::string(headers) + "\r\n" + std::string(body));
+    client.send("POST " + std::string(target) + " HTTP/1.1\r\nHost: localhost\r\n" + ksFromOurPage +
+                "Content-Length: " + std::to_string(body.size()) + "\r\n" + std::string(headers) + "\r\n" +
+                std::string(body));
     return client.receive().value();
 }
 

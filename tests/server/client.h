@@ -36,6 +36,8 @@ public:
     void finishSending();
     /// The next answer; nothing when the server closes without one.
     std::optional<Reply> receive(bool withoutBody = false);
+    /// Takes at most so many bytes, which are thrown away; how many came, 0 when the server has closed.
+    std::size_t readSome(std::size_t most);
     /// Whether there is something to read, or the server has closed; waits for it so long at most.
     bool hasSomething(std::chrono::milliseconds longest);
     /// Whether the server has closed, and nothing is left to read.
@@ -48,10 +50,13 @@ private:
     std::string m_sRead;
 };
 
+/// What a browser says of a page of this server that sends JSON: whole lines.
+inline constexpr const char* ksFromOurPage = "Origin: http://localhost\r\nContent-Type: application/json\r\n";
+
 /// One request on a connection of its own. `headers` are whole lines with their ends.
 Reply get(std::uint16_t port, std::string_view target, std::string_view headers = {});
 
-/// The same with a body, of JSON mostly.
+/// The same with a body that comes from our page.
 Reply post(std::uint16_t port, std::string_view target, std::string_view body, std::string_view headers = {});
 
 }  // namespace tests

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "client.h"
-#include "httpserver.h"
+#include "net/httpserver.h"
 #include "runningserver.h"
 
 namespace {
@@ -81,7 +81,8 @@ TEST(Http, allowsReadingOnly)
     const RunningServer server;
     for (const char* method : {"POST", "PUT", "DELETE", "OPTIONS", "PATCH", "BREW"}) {
         Client client(server.port());
-        client.send(std::string(method) + " /api/resolve HTTP/1.1\r\nHost: localhost\r\nContent-Length: 0\r\n\r\n");
+        client.send(std::string(method) + " /api/resolve HTTP/1.1\r\nHost: localhost\r\nContent-Length: 0\r\n" +
+                    tests::ksFromOurPage + "\r\n");
         const Reply reply = client.receive().value();
         EXPECT_EQ(reply.m_nStatus, 405U) << method;
         EXPECT_EQ(reply.m_tHeaders.at("allow"), "GET, HEAD") << method;
@@ -188,18 +189,16 @@ TEST(Http, takesABodyInPieces)
 {
     const RunningServer server;
     Client client(server.port());
-    client.send(
-        "POST /api/sort HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n"
-        "b\r\n{\"lines\":[\"\r\n");
+    client.send("POST /api/sort HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n" +
+                std::string(tests::ksFromOurPage) + "\r\nb\r\n{\"lines\":[\"\r\n");
     client.send("7\r\nb\",\"a\"]\r\n1\r\n}\r\n0\r\n\r\n");
     const Reply reply = client.receive().value();
     EXPECT_EQ(reply.m_nStatus, 200U);
     EXPECT_EQ(reply.json()["lines"][0]["text"], "a");
     // And one behind another.
     const std::string body = "{\"text\":\"a\"}";
-    const std::string post =
-        "POST /api/encode HTTP/1.1\r\nHost: localhost\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" +
-        body;
+    const std::string post = "POST /api/encode HTTP/1.1\r\nHost: localhost\r\n" + std::string(tests::ksFromOurPage) +
+                             "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
     client.send(post + std::string(kHealth) + post);
     EXPECT_EQ(client.receive()->json()["bytes"], "61");
     EXPECT_EQ(client.receive()->m_sBody, "{\"status\":\"ok\"}\n");
@@ -209,8 +208,8 @@ TEST(Http, takesABodyInPieces)
 TEST(Http, closesBehindTheAnswerWhenTheClientWants)
 {
     const RunningServer server;
-    for (const char* request :
-         {"GET /healthz HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n\r\n", "GET /healthz HTTP/1.0\r\n\r\n"}) {
+    for (const char* request : {"GET /healthz HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n\r\n",
+                                "GET /healthz HTTP/1.0\r\nHost: localhost\r\n\r\n"}) {
         Client client(server.port());
         client.send(request);
         EXPECT_EQ(client.receive()->m_nStatus, 200U);
@@ -334,6 +333,7 @@ TEST(Http, closesAConnectionThatIsStillTakingAnAnswerWhenItStops)
 {
     server::Limits limits;
     limits.m_tIdleTime = limits.m_tStopTime = std::chrono::minutes(2);  // longer than the client waits
+    limits.m_nAnswerBytes = limits.m_nSharedBytes = std::size_t{1} << 30;
     const std::string body(std::size_t{32} << 20, 'x');  // more than a socket takes that nobody reads from
     server::HttpServer server(
         limits,

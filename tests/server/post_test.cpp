@@ -222,7 +222,8 @@ TEST_F(Post, isAllowedWhereSomethingIsSent)
     for (const char* target : {"/api/sort", "/api/encode", "/api/preferences"}) {
         for (const char* method : {"PUT", "DELETE", "PATCH"}) {
             tests::Client client(m_tServer.port());
-            client.send(std::string(method) + " " + target + " HTTP/1.1\r\nHost: x\r\nContent-Length: 0\r\n\r\n");
+            client.send(std::string(method) + " " + target + " HTTP/1.1\r\nHost: localhost\r\nContent-Length: 0\r\n" +
+                        tests::ksFromOurPage + "\r\n");
             const Reply reply = client.receive().value();
             EXPECT_EQ(reply.m_nStatus, 405U) << target;
             EXPECT_EQ(reply.m_tHeaders.at("allow"), "GET, HEAD, POST") << target;

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "client.h"
 #include "query.h"
 
 namespace tests {
@@ -204,7 +205,7 @@ std::string bytesOf(const server::HttpRequest& request)
         bytes += value.empty() ? "" : std::string(name) + ": " + value + "\r\n";
     }
     if (request.m_sMethod == "POST") {
-        bytes += "Content-Length: " + std::to_string(request.m_sBody.size()) + "\r\n";
+        bytes += std::string(ksFromOurPage) + "Content-Length: " + std::to_string(request.m_sBody.size()) + "\r\n";
     }
     return bytes + "\r\n" + request.m_sBody;
 }

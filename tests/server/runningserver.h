@@ -6,8 +6,8 @@
 
 #include "api.h"
 #include "catalogues.h"
-#include "httpserver.h"
 #include "metrics.h"
+#include "net/httpserver.h"
 #include "serverlimits.h"
 
 namespace tests {
