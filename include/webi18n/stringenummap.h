@@ -24,8 +24,9 @@ public:
         const wchar_t* m_pName;
     };
 
-    /// Entries in any order. An enumerator or a name that stands twice is reported; the first one stays.
-    /// `sentinel` is what the lookup of an unknown name gives.
+    /// Entries in any order. An enumerator that stands twice is reported and keeps its first name, though the other
+    /// names lead to it too; a name that stands twice is reported and keeps its first enumerator; an entry that is
+    /// repeated whole is reported as both. `sentinel` is what the lookup of an unknown name gives.
     template <std::size_t nEntries>
     StringEnumMap(const Entry (&entries)[nEntries], Enum sentinel) : m_eSentinel(sentinel)
     {
@@ -72,9 +73,8 @@ private:
     void add(Enum eEnumValue, const wchar_t* name)
     {
         VEL_ASSERT(m_mEnumKeyedMap.find(eEnumValue) == m_mEnumKeyedMap.end());
-        if (m_mEnumKeyedMap.emplace(eEnumValue, name).second) {
-            m_mStringKeyedMap.emplace_back(name, eEnumValue);
-        }
+        m_mEnumKeyedMap.emplace(eEnumValue, name);
+        m_mStringKeyedMap.emplace_back(name, eEnumValue);
     }
 
     std::vector<Named> m_mStringKeyedMap;  // sorted by length and name

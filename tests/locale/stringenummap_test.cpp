@@ -49,7 +49,20 @@ TEST(StringEnumMap, AnUnknownNameIsTheSentinel)
     EXPECT_TRUE(map.find(kFruitEnd_).isEmpty());
 }
 
-TEST(StringEnumMap, AnEnumeratorThatStandsTwiceIsReportedAndTheFirstNameStays)
+TEST(StringEnumMap, AnEntryThatIsRepeatedWholeIsReportedForItsEnumeratorAndForItsName)
+{
+    const AssertionCapture capture;
+    const FruitMap::Entry entries[] = {{kApple, L"apple"}, {kPear, L"pear"}, {kApple, L"apple"}};
+    const FruitMap map(entries, kFruitEnd_);
+    EXPECT_THAT(capture.texts(), ElementsAre("m_mEnumKeyedMap.find(eEnumValue) == m_mEnumKeyedMap.end()",
+                                             "m_mStringKeyedMap.size() == nNewSize"));
+    EXPECT_EQ(2U, map.size());
+    EXPECT_EQ(kApple, map.find(L"apple"));
+    EXPECT_EQ(String(L"apple"), map.find(kApple));
+    EXPECT_EQ(kPear, map.find(L"pear"));
+}
+
+TEST(StringEnumMap, AnEnumeratorThatStandsTwiceIsReportedAndItsFirstNameStays)
 {
     const AssertionCapture capture;
     const FruitMap::Entry entries[] = {{kApple, L"apple"}, {kPear, L"pear"}, {kApple, L"pomme"}};
@@ -58,7 +71,7 @@ TEST(StringEnumMap, AnEnumeratorThatStandsTwiceIsReportedAndTheFirstNameStays)
     EXPECT_THAT(capture.reports().front().m_sFile, testing::EndsWith("stringenummap.h"));
     EXPECT_LT(0, capture.reports().front().m_nLine);
     EXPECT_EQ(String(L"apple"), map.find(kApple));
-    EXPECT_EQ(kFruitEnd_, map.find(L"pomme"));
+    EXPECT_EQ(kApple, map.find(L"pomme")) << "each name leads to its enumerator";
 }
 
 TEST(StringEnumMap, ANameThatStandsTwiceIsReportedAndTheFirstEnumeratorStays)
