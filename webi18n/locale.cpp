@@ -44,9 +44,9 @@ bool Locale::isValid() const noexcept
     return !m_hGuts.isNull();
 }
 
-std::size_t Locale::shareCount() const noexcept
+std::size_t Locale::shareCount() const
 {
-    return m_hGuts.isNull() ? 0 : m_hGuts.get()->referenceCount();
+    return m_hGuts->referenceCount();
 }
 
 void Locale::applyXmlDefinition(const XmlElement& definition)

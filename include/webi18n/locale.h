@@ -122,8 +122,8 @@ public:
     void swap(Locale& other) noexcept;
 
     bool isValid() const noexcept;
-    /// How many Locale objects share this one's data; 0 for an invalid one. For diagnosis.
-    std::size_t shareCount() const noexcept;
+    /// How many Locale objects share this one's data, itself included. For diagnosis.
+    std::size_t shareCount() const;
 
     /// Reads a definition element on top of what this Locale holds (on top of the defaults when it holds nothing) into
     /// a new implementation, and refers to that. Other copies keep what they had. Bad values are logged and skipped.

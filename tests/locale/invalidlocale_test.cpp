@@ -24,6 +24,7 @@ struct Operation
 const std::vector<Operation>& operations()
 {
     static const std::vector<Operation> kOperations = {
+        {"shareCount", [](Locale& l) { static_cast<void>(l.shareCount()); }},
         {"definitionName", [](Locale& l) { l.definitionName(); }},
         {"getInfo",
          [](Locale& l) {
@@ -112,7 +113,6 @@ TEST(InvalidLocale, CopyingSwappingAndTheStaticHelpersWork)
     assigned.swap(invalid);
     EXPECT_FALSE(copy.isValid());
     EXPECT_FALSE(assigned.isValid());
-    EXPECT_EQ(0U, copy.shareCount());
     EXPECT_EQ(Locale::kYMD, Locale::getDateOrderByString(L"ym"));
 }
 
