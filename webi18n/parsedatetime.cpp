@@ -381,4 +381,9 @@ ParseDateTime::Fields ParseDateTime::parse(std::wstring_view text, const Locale&
     return static_cast<Fields>(TypedParse(text, i18n_details::LocaleGuts::of(locale), expected, out).run());
 }
 
+ParseDateTime::Fields ParseDateTime::parse(const wchar_t* text, const Locale& locale, Fields expected, DateTime& out)
+{
+    return parse(text == nullptr ? std::wstring_view() : std::wstring_view(text), locale, expected, out);
+}
+
 }  // namespace vel

@@ -73,6 +73,8 @@ public:
     ///     24:00                   -> kHourMinute, hour 24, accepted on purpose
     ///     12:30:45.               -> kTime, no fraction
     static Fields parse(std::wstring_view text, const Locale& locale, Fields expected, DateTime& out);
+    /// The same for a text that ends at its first zero; a null pointer is an empty text.
+    static Fields parse(const wchar_t* text, const Locale& locale, Fields expected, DateTime& out);
 
     /// Reads the text from `begin` up to `end`, which need not be terminated, as an XML Schema date or time. Strict but
     /// for a few fixed places where white space may stand; the only time zone is "Z", which changes nothing. Days are

@@ -149,6 +149,25 @@ TEST(BadInput, AnInvalidLocaleIsRefused)
     EXPECT_EQ(value, DateTime()) << "cleared first, always";
 }
 
+TEST(BadInput, ANullTextIsAnEmptyOne)
+{
+    const Locale locale = datestesting::makeLocale(kConventions[0]);
+    const wchar_t* const nothing = nullptr;
+    DateTime value{2005, 12, 31, 1, 2, 3, 4};
+    EXPECT_EQ(ParseDateTime::parse(nothing, locale, ParseDateTime::kDate, value), ParseDateTime::kParseError);
+    EXPECT_EQ(value, DateTime());
+    EXPECT_THROW(ParseDateTime::parse(nothing, Locale(), ParseDateTime::kDate, value), vel::InvalidHandleException);
+}
+
+TEST(BadInput, ATextByItsPointerEndsAtItsFirstZero)
+{
+    const Locale locale = datestesting::makeLocale(kConventions[0]);
+    const wchar_t* const text = L"12/31/2005\0 10:30";
+    DateTime value;
+    EXPECT_EQ(ParseDateTime::parse(text, locale, ParseDateTime::kTimeStamp, value), ParseDateTime::kDate);
+    EXPECT_EQ(value, (DateTime{2005, 12, 31, 0, 0, 0, 0}));
+}
+
 TEST(Threads, ManyParseWithOneLocaleAtOnce)
 {
     const Locale locale = datestesting::makeLocale(kConventions[3]);
