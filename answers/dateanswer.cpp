@@ -1,6 +1,5 @@
 #include "answers/dateanswer.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -25,23 +24,11 @@ constexpr std::pair<std::string_view, ParseDateTime::Fields> kExpectations[] = {
     {"hour-minute", ParseDateTime::kHourMinute}};
 
 /// What the parser made of a text under one date order.
-struct Reading
-{
-    Locale::DateOrder m_eOrder;
-    unsigned m_nFields;
-    DateTime m_tValue;
+using Reading = ParseDateTime::Explanation;
 
-    bool saysTheSame(const Reading& other) const
-    {
-        return m_nFields == other.m_nFields && (m_nFields == 0 || m_tValue == other.m_tValue);
-    }
-};
-
-Reading readText(const String& text, const Locale& locale, ParseDateTime::Fields expected)
+bool saySame(const Reading& a, const Reading& b)
 {
-    Reading reading{locale.getDateOrder(), 0, {}};
-    reading.m_nFields = ParseDateTime::parse(text, locale, expected, reading.m_tValue);
-    return reading;
+    return a.m_eFound == b.m_eFound && (a.m_eFound == ParseDateTime::kParseError || a.m_tValue == b.m_tValue);
 }
 
 /// The readings under the orders that are not the locale's, where the text can be read and says something else.
@@ -52,33 +39,18 @@ std::vector<Reading> alternativesTo(const Reading& reading, const String& text, 
     for (const Locale::DateOrder order : {Locale::kMDY, Locale::kDMY, Locale::kYMD}) {
         Locale other = locale;
         other.setOverridingDateInputFormat(locale.overridingDateSeparator(), order);
-        const Reading otherwise = readText(text, other, expected);
-        if (otherwise.m_nFields != 0 && !otherwise.saysTheSame(reading)) {
+        const Reading otherwise = ParseDateTime::explain(text, other, expected);
+        if (otherwise.m_eFound != ParseDateTime::kParseError && !saySame(otherwise, reading)) {
             alternatives.push_back(otherwise);
         }
     }
     return alternatives;
 }
 
-/// Whether the first number of the text can only be a year, which makes the date year-first in every locale.
-bool beginsWithYear(const String& text)
+Json conventionsUsed(const Reading& reading, const Locale& locale)
 {
-    const std::wstring_view view = text.view();
-    const std::size_t begin = std::min(view.find_first_of(L"0123456789"), view.size());
-    const std::size_t end = std::min(view.find_first_not_of(L"0123456789", begin), view.size());
-    return end - begin > 2 || (end - begin == 2 && view.substr(begin, 2) > L"31");
-}
-
-std::string orderName(Locale::DateOrder order)
-{
-    return utf8Text(Locale::getDateOrderString(order));
-}
-
-Json conventionsUsed(const Reading& reading, const String& text, const Locale& locale)
-{
-    const bool isYearFirst = (reading.m_nFields & ParseDateTime::kYear) != 0 && beginsWithYear(text);
     Json json;
-    json["dateOrder"] = orderName(isYearFirst ? Locale::kYMD : reading.m_eOrder);
+    json["dateOrder"] = utf8Text(reading.m_sDateOrder);
     json["dateSeparator"] = utf8Text(locale.getInfoView(Locale::kDateSeparator));
     json["timeSeparator"] = utf8Text(locale.getInfoView(Locale::kTimeSeparator));
     json["am"] = utf8Text(locale.getInfoView(Locale::kAM));
@@ -88,9 +60,9 @@ Json conventionsUsed(const Reading& reading, const String& text, const Locale& l
 
 void addReading(const Reading& reading, Json& json)
 {
-    json["result"] = reading.m_nFields;
-    json["fields"] = fieldNames(reading.m_nFields);
-    if (reading.m_nFields != 0) {
+    json["result"] = static_cast<unsigned>(reading.m_eFound);
+    json["fields"] = fieldNames(reading.m_eFound);
+    if (reading.m_eFound != ParseDateTime::kParseError) {
         addDateTime(reading.m_tValue, json);
     }
 }
@@ -138,20 +110,20 @@ Json fieldNames(unsigned fields)
 
 Json describeTyped(const String& text, const Locale& locale, ParseDateTime::Fields expected)
 {
-    const Reading reading = readText(text, locale, expected);
+    const Reading reading = ParseDateTime::explain(text, locale, expected);
     const std::vector<Reading> alternatives = alternativesTo(reading, text, locale, expected);
     Json json;
     json["text"] = utf8Text(text);
     addReading(reading, json);
-    json["ambiguous"] = reading.m_nFields != 0 && !alternatives.empty();
+    json["ambiguous"] = reading.m_eFound != ParseDateTime::kParseError && !alternatives.empty();
     json["alternatives"] = Json::array();
     for (const Reading& each : alternatives) {
         Json alternative;
-        alternative["dateOrder"] = orderName(each.m_eOrder);
+        alternative["dateOrder"] = utf8Text(each.m_sDateOrder);
         addReading(each, alternative);
         json["alternatives"].push_back(std::move(alternative));
     }
-    json["used"] = conventionsUsed(reading, text, locale);
+    json["used"] = conventionsUsed(reading, locale);
     return json;
 }
 

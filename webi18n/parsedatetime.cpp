@@ -111,6 +111,19 @@ const wchar_t* chooseOrder(Locale::DateOrder order, unsigned expected) noexcept
     return dateFields == ParseDateTime::kMonthDay ? kpOrdersMonthDay[order] : kpOrders[order];
 }
 
+/// The name of one of the orders above.
+std::wstring_view nameOf(const wchar_t* order) noexcept
+{
+    switch (order[0]) {
+    case L'Y':
+        return L"ymd"sv;
+    case L'D':
+        return L"dmy"sv;
+    default:
+        return order[1] == L'D' ? L"mdy"sv : L"myd"sv;
+    }
+}
+
 class TypedParse
 {
 public:
@@ -120,6 +133,7 @@ public:
           m_tGuts(locale),
           m_sTimeSeparator(locale.timeSeparator()),
           m_pOrder(chooseOrder(locale.getDateOrder(), expected)),
+          m_pFirstOrder(m_pOrder),
           m_nSlot((expected & ParseDateTime::kDate) != 0 ? kFirstDateSlot : kFirstTimeSlot),
           m_tOut(out)
     {}
@@ -138,6 +152,9 @@ public:
         finishYear();
         return m_nFound;
     }
+
+    /// By which the first number of the date was read.
+    std::wstring_view dateOrder() const noexcept { return nameOf(m_pFirstOrder); }
 
 private:
     /// The character at the position, the terminating zero at the end.
@@ -232,6 +249,7 @@ private:
     {
         if (m_nSlot == kFirstDateSlot) {
             m_pOrder = kpOrders[Locale::kYMD];
+            m_pFirstOrder = isFound(ParseDateTime::kDate) ? m_pFirstOrder : m_pOrder;
         }
         return takeYear(run);
     }
@@ -365,6 +383,7 @@ private:
     const XmlLocaleImpl& m_tGuts;
     std::wstring_view m_sTimeSeparator;
     const wchar_t* m_pOrder;
+    const wchar_t* m_pFirstOrder;
     unsigned m_nSlot;
     DateTime& m_tOut;
     unsigned m_nFound = ParseDateTime::kParseError;
@@ -384,6 +403,15 @@ ParseDateTime::Fields ParseDateTime::parse(std::wstring_view text, const Locale&
 ParseDateTime::Fields ParseDateTime::parse(const wchar_t* text, const Locale& locale, Fields expected, DateTime& out)
 {
     return parse(text == nullptr ? std::wstring_view() : std::wstring_view(text), locale, expected, out);
+}
+
+ParseDateTime::Explanation ParseDateTime::explain(const String& text, const Locale& locale, Fields expected)
+{
+    Explanation explanation;
+    TypedParse parse(text.view(), i18n_details::LocaleGuts::of(locale), expected, explanation.m_tValue);
+    explanation.m_eFound = static_cast<Fields>(parse.run());
+    explanation.m_sDateOrder = parse.dateOrder();
+    return explanation;
 }
 
 }  // namespace vel

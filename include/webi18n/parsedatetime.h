@@ -48,6 +48,16 @@ public:
         kXmlDay = 8         ///< ---31, Z optional
     };
 
+    /// What parse makes of a text, and the order by which it read the date.
+    struct Explanation
+    {
+        Fields m_eFound = kParseError;
+        DateTime m_tValue;
+        /// "mdy", "dmy" or "ymd", and "myd" for values of year and month: the order by which the first number of the
+        /// date got its field, or would have where there is none. A literal.
+        std::wstring_view m_sDateOrder;
+    };
+
     ParseDateTime() = delete;
 
     /// Reads a typed date, time or both. Forgiving: picks out the runs of digits and gives each to the next field of
@@ -75,6 +85,12 @@ public:
     static Fields parse(std::wstring_view text, const Locale& locale, Fields expected, DateTime& out);
     /// The same for a text that ends at its first zero; a null pointer is an empty text.
     static Fields parse(const wchar_t* text, const Locale& locale, Fields expected, DateTime& out);
+
+    /// The same decision with the order that was used, for those who show why a text was read as it was.
+    ///
+    ///     en-us: 12/31/2005 -> "mdy"          10:30:45 2005-12-31 -> "ymd": the long run makes it year-first
+    ///     de-de: 12 2005 (kYearMonth) -> "myd"          31/12 10:30:45 2005 -> "dmy": the date had begun before
+    static Explanation explain(const String& text, const Locale& locale, Fields expected);
 
     /// Reads the text from `begin` up to `end`, which need not be terminated, as an XML Schema date or time. Strict but
     /// for a few fixed places where white space may stand; the only time zone is "Z", which changes nothing. Days are

@@ -4,7 +4,7 @@ import { byId, element, sample, sayFault, showList } from "./elements.js";
 import { makeQuestion } from "./server.js";
 import { current, onChange } from "./state.js";
 
-const kOrders = { mdy: "month, day, year", dmy: "day, month, year", ymd: "year, month, day" };
+const kOrders = { mdy: "month, day, year", dmy: "day, month, year", ymd: "year, month, day", myd: "month, year, day" };
 
 /** The answer calls the field of fractions by its unit, and its value "fraction". */
 function valueOf(answer, field) {

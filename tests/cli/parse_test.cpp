@@ -53,6 +53,21 @@ TEST(Parse, aYearInFrontIsReadAlikeInEveryOrder)
     EXPECT_EQ(answer["used"]["dateSeparator"], ".");
 }
 
+TEST(Parse, tellsTheOrderThatTheParserUsed)
+{
+    const auto orderOf = [](const Arguments& arguments) {
+        Arguments all = {"parse", "--locale", "en-us"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        return run(onPack(all)).object()["used"]["dateOrder"];
+    };
+    EXPECT_EQ(orderOf({"12/31/2005"}), "mdy");
+    EXPECT_EQ(orderOf({"10:30:45 2005-12-31"}), "ymd") << "the first number is an hour, the date begins with its year";
+    EXPECT_EQ(orderOf({"12/31 10:30:45 2005"}), "mdy") << "a year that comes last makes nothing year-first";
+    EXPECT_EQ(orderOf({"--expect", "year-month", "12 2005"}), "myd");
+    EXPECT_EQ(orderOf({"--user", "dateOrder=ymd", "--expect", "month-day", "2/3"}), "mdy");
+    EXPECT_EQ(orderOf({"10:30"}), "mdy");
+}
+
 TEST(Parse, aTextThatCannotBeReadExitsWithOne)
 {
     const Outcome outcome = run(onPack({"parse", "--locale", "en-us", "31/12/2005"}));

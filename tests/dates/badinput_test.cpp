@@ -156,6 +156,7 @@ TEST(BadInput, ANullTextIsAnEmptyOne)
     DateTime value{2005, 12, 31, 1, 2, 3, 4};
     EXPECT_EQ(ParseDateTime::parse(nothing, locale, ParseDateTime::kDate, value), ParseDateTime::kParseError);
     EXPECT_EQ(value, DateTime());
+    EXPECT_EQ(ParseDateTime::explain(nothing, locale, ParseDateTime::kDate).m_eFound, ParseDateTime::kParseError);
     EXPECT_THROW(ParseDateTime::parse(nothing, Locale(), ParseDateTime::kDate, value), vel::InvalidHandleException);
 }
 

@@ -30,6 +30,14 @@ std::string read(std::wstring_view text, Locale::DateOrder order = Locale::kMDY,
     return read(text, localeOf(order), expected);
 }
 
+/// The order that was used, and what was read.
+std::string explain(const wchar_t* text, Locale::DateOrder order, unsigned expected = ParseDateTime::kTimeStamp)
+{
+    const ParseDateTime::Explanation why =
+        ParseDateTime::explain(text, localeOf(order), static_cast<ParseDateTime::Fields>(expected));
+    return vel::toUtf8Lossy(why.m_sDateOrder) + " " + describe(why.m_eFound, why.m_tValue);
+}
+
 // Three runs that fit every slot of a date show the order of the table, here and behind a time.
 TEST(TypedOrder, General)
 {
@@ -39,6 +47,33 @@ TEST(TypedOrder, General)
         EXPECT_EQ(read(L"1 2 3", Locale::kYMD, expected), "Y2001 M2 D3") << expected;
         EXPECT_EQ(read(L"1 2 3 4 5 6", Locale::kYMD, expected), "Y2001 M2 D3 h4 m5 s6") << expected;
     }
+}
+
+TEST(TypedOrder, ThatWasUsedIsTold)
+{
+    EXPECT_EQ(explain(L"1 2 3", Locale::kMDY), "mdy Y2003 M1 D2");
+    EXPECT_EQ(explain(L"1 2 3", Locale::kDMY), "dmy Y2003 M2 D1");
+    EXPECT_EQ(explain(L"1 2 3", Locale::kYMD), "ymd Y2001 M2 D3");
+    EXPECT_EQ(explain(L"1 2 3", Locale::kDMY, ParseDateTime::kYearMonth), "myd Y2002 M1 D3");
+    EXPECT_EQ(explain(L"1 2 3", Locale::kYMD, ParseDateTime::kYearMonth), "ymd Y2001 M2 D3");
+    EXPECT_EQ(explain(L"1 2 3", Locale::kYMD, ParseDateTime::kMonthDay), "mdy Y2003 M1 D2");
+}
+
+TEST(TypedOrder, ThatWasUsedIsYearFirstWhereTheFirstNumberOfTheDateIsAYear)
+{
+    EXPECT_EQ(explain(L"2005-12-31", Locale::kMDY), "ymd Y2005 M12 D31");
+    EXPECT_EQ(explain(L"10:30:45 2005-12-31", Locale::kMDY), "ymd Y2005 M12 D31 h10 m30 s45");
+    EXPECT_EQ(explain(L"61 12 31", Locale::kDMY), "ymd Y2061 M12 D31");
+    EXPECT_EQ(explain(L"32/12/31", Locale::kDMY), "ymd Y2032 M12 D31");
+    EXPECT_EQ(explain(L"2005-13-31", Locale::kMDY), "ymd error") << "what failed was read so too";
+}
+
+TEST(TypedOrder, ThatWasUsedStaysWhereTheDateBeganOtherwise)
+{
+    EXPECT_EQ(explain(L"12/31 10:30:45 2005", Locale::kMDY), "mdy Y2005 M12 D31 h10 m30 s45");
+    EXPECT_EQ(explain(L"31/12/2005", Locale::kMDY), "mdy error");
+    EXPECT_EQ(explain(L"10:30", Locale::kDMY), "dmy h10 m30") << "no date";
+    EXPECT_EQ(explain(L"12 2005", Locale::kDMY), "dmy Y2005 M12");
 }
 
 TEST(TypedOrder, YearMonth)
