@@ -1,4 +1,3 @@
-#include <clocale>
 #include <cstdio>
 #include <new>
 
@@ -62,6 +61,5 @@ ExitCode runReporting(int count, char** arguments) noexcept
 
 int main(int count, char** arguments)
 {
-    std::setlocale(LC_CTYPE, "C.UTF-8");
     return cli::runReporting(count, arguments);
 }

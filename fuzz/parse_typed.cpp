@@ -2,10 +2,8 @@
 // byte is what is expected, the second chooses the locale; then lines: the text, and, where they are not empty, a time
 // and a date separator of a user's own.
 
-#include <clocale>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -57,9 +55,6 @@ Locale makeLocale(const LocaleRow& row)
 
 std::vector<Locale> makeLocales()
 {
-    if (std::setlocale(LC_CTYPE, "C.UTF-8") == nullptr) {
-        std::abort();
-    }
     std::vector<Locale> locales;
     for (const LocaleRow& row : kLocaleRows) {
         locales.push_back(makeLocale(row));

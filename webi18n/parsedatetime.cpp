@@ -1,8 +1,7 @@
 #include "webi18n/parsedatetime.h"
 
-#include <cwctype>
-
 #include "fractions.h"
+#include "letters.h"
 #include "vel/core/nocasecompare.h"
 #include "xmllocale.h"
 
@@ -14,6 +13,7 @@ namespace vel {
 namespace {
 
 using namespace std::string_view_literals;
+using i18n_details::isLetter;
 using i18n_details::kMaxFractionDigits;
 using i18n_details::scaleToNanoseconds;
 using i18n_details::XmlLocaleImpl;
@@ -62,16 +62,6 @@ bool isDigit(wchar_t character) noexcept
 std::uint32_t digitValue(wchar_t character) noexcept
 {
     return static_cast<std::uint32_t>(character) - static_cast<std::uint32_t>(L'0');
-}
-
-bool isAlphabetic(wchar_t character) noexcept
-{
-    // What is a letter in ASCII is one in every C locale; the C library is asked for the rest.
-    const std::uint32_t value = static_cast<std::uint32_t>(character);
-    if (value < L'A') {
-        return false;
-    }
-    return value < 0x80 ? (value | 0x20) - L'a' < 26 : std::iswalpha(static_cast<wint_t>(character)) != 0;
 }
 
 /// A separator has one or two characters: a loop is done before a library's comparison has begun.
@@ -166,7 +156,7 @@ private:
     /// A word is skipped letter by letter; one that begins with a marker sets its flag, deliberately ("amber").
     void skipNonDigit() noexcept
     {
-        if (!isAlphabetic(*m_pNext) || !takeAnyMarker()) {
+        if (!isLetter(*m_pNext) || !takeAnyMarker()) {
             ++m_pNext;
         }
     }

@@ -1,6 +1,7 @@
 #include "slowparsedatetime.h"
 
-#include <cwctype>
+#include <locale.h>
+#include <wctype.h>
 
 #include "slowvalues.h"
 #include "vel/core/nocasecompare.h"
@@ -110,10 +111,17 @@ bool beginsWithAnyCase(std::wstring_view text, std::wstring_view start)
     return true;
 }
 
+/// Of any script, whatever the process's locale.
+bool isLetter(wchar_t character)
+{
+    static const locale_t kEveryScript = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return iswalpha_l(static_cast<wint_t>(character), kEveryScript) != 0;
+}
+
 /// A character that is no digit: a marker is taken whole, anything else alone.
 void readWord(Reading& reading, const Conventions& conventions)
 {
-    if (std::iswalpha(static_cast<wint_t>(reading.m_sRest[0])) == 0) {
+    if (!isLetter(reading.m_sRest[0])) {
         reading.m_sRest.remove_prefix(1);
         return;
     }
