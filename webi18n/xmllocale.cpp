@@ -15,7 +15,7 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr LogSource klsApplyDefinition(L"vel.i18n.xmllocale.applyDefinition");
-constexpr std::uint32_t kLastDayOfWeek = 6;
+constexpr long long kLastDayOfWeek = 6;
 
 /// Calls `take(entry, text)` for every child "property" with a text, in document order.
 template <typename Take>
@@ -146,11 +146,13 @@ void XmlLocaleImpl::applyDateOrder(const String& text)
 
 void XmlLocaleImpl::applyFirstDayOfWeek(const String& text)
 {
-    m_nFDOW = readUnsigned(text);
-    if (m_nFDOW > kLastDayOfWeek) {
+    // Read at full width: what is cut first may look like a day. A negative number counts as a very large one.
+    long long day = std::wcstoll(text.c_str(), nullptr, 10);
+    if (day < 0 || day > kLastDayOfWeek) {
         VEL_LOG(kLogWarning, Message::text(L"Invalid first day of week: %1").insert(1, text));
-        m_nFDOW = kLastDayOfWeek;
+        day = kLastDayOfWeek;
     }
+    m_nFDOW = static_cast<std::uint32_t>(day);
 }
 
 void XmlLocaleImpl::applyScaleFactors(const XmlElement& property)
