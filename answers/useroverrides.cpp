@@ -7,13 +7,13 @@ namespace {
 using vel::Locale;
 using vel::String;
 
-/// Applies one override; what is accepted when the value is not, else null.
+/// Applies one override, or removes it for an empty value; what is accepted when the value is not, else null.
 using Apply = const char* (*)(Locale&, const String&);
 
 const char* setDateOrder(Locale& locale, const String& value)
 {
     const Locale::DateOrder order = Locale::getDateOrderByString(value);
-    if (order == Locale::kDateOrderEnd_) {
+    if (order == Locale::kDateOrderEnd_ && !value.isEmpty()) {
         return "accepted are mdy, dmy, ymd (or md, dm, ym)";
     }
     locale.setOverridingDateInputFormat(locale.overridingDateSeparator(), order);
@@ -23,7 +23,7 @@ const char* setDateOrder(Locale& locale, const String& value)
 const char* setClock(Locale& locale, const String& value)
 {
     const Locale::ClockIs24Hours clock = Locale::getOverriding24Hours(value);
-    if (clock == Locale::kNotDefined24HR) {
+    if (clock == Locale::kNotDefined24HR && !value.isEmpty()) {
         return "accepted are true and false";
     }
     locale.setOverridingTimeInputFormat(locale.overridingTimeSeparator(), clock);

@@ -115,6 +115,20 @@ TEST(ShowLocale, theLastSettingOfAKeyCountsAndAnEmptyOneClears)
     EXPECT_EQ(shown({"fr-fr", "--user", "dateFormat=[d],a=b"})["dateShortFormat"], "[d],a=b");
 }
 
+TEST(ShowLocale, anEmptySettingOfAnyKeyIsNone)
+{
+    const Json plain = shown({"fr-fr"});
+    const char* const kSet[] = {"currencyTag=EUR",    "dateFormat=d",         "timeFormat=H",
+                                "decimalSeparator=#", "thousandsSeparator=_", "dateSeparator=.",
+                                "dateOrder=mdy",      "timeSeparator=h",      "24hours=false"};
+    for (const std::string set : kSet) {
+        const std::string cleared = set.substr(0, set.find('=') + 1);
+        EXPECT_EQ(shown({"fr-fr", "--user", cleared}), plain) << cleared;
+        EXPECT_NE(shown({"fr-fr", "--user", set}), plain) << set;
+        EXPECT_EQ(shown({"fr-fr", "--user", set, "--user", cleared}), plain) << set << " and then " << cleared;
+    }
+}
+
 TEST(ShowLocale, forPeopleEveryFactHasALine)
 {
     const Outcome outcome = run(onFolder({"locale", "fr-fr"}));
