@@ -124,13 +124,14 @@ std::pair<Locale, String> LocaleMappingImpl::mapLocale(const String& sLocale, co
 
 LocaleMappingExplanation LocaleMappingImpl::explainLocale(const String& sLocale, const String& sLanguage) const
 {
+    const ScopedLogSource source(klsLocaleMappingMapLanguage);  // as mapLocale does
     LocaleMappingExplanation explanation;
     const Decision decision =
         applyRules(sLocale, [&](std::size_t rule) { explanation.m_tSkipped.push_back(describe(rule)); });
     if (decision.m_tRule) {
         explanation.m_tRule = describe(*decision.m_tRule);
     }
-    std::tie(explanation.m_tLocale, explanation.m_sLanguage) = mapLanguage(*decision.m_pLocale, sLanguage);
+    std::tie(explanation.m_tLocale, explanation.m_sLanguage) = withLanguage(*decision.m_pLocale, sLanguage);
     return explanation;
 }
 

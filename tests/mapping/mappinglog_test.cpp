@@ -111,18 +111,37 @@ TEST(MappingLog, LoadingAndMappingWriteNothingThemselves)
     EXPECT_TRUE(log.records().empty());
 }
 
-TEST(MappingLog, MappingALocaleWorksUnderTheLanguagesSource)
+/// Forty rules that match it need more room than the scan has of its own, so that it allocates.
+const String kForty(std::wstring(40, L'a'));
+
+void loadForty(MappingOnCatalogue& mapping)
 {
-    MappingOnCatalogue mapping;
     std::string whens;
     for (std::size_t length = 1; length <= 40; ++length) {
         whens += "<when matches=\"" + std::string(length, 'a') + "*\"/>";
     }
     mapping.load(whens);
-    const String header(std::wstring(40, L'a'));
+}
+
+TEST(MappingLog, MappingALocaleWorksUnderTheLanguagesSource)
+{
+    MappingOnCatalogue mapping;
+    loadForty(mapping);
     const String noLanguage;
-    // Forty matching rules need more room than the scan has of its own, and the language is too short to allocate.
-    const Seen seen = watch([&] { mapping.mapping().mapLocale(header, noLanguage); });
+    // The language is too short to allocate.
+    const Seen seen = watch([&] { mapping.mapping().mapLocale(kForty, noLanguage); });
+    ASSERT_LT(0U, seen.m_nAllocations);
+    EXPECT_EQ(seen.m_nAllocations, seen.m_nWithSource);
+    EXPECT_EQ(std::wstring(L"vel.i18n.localeMapping.mapLanguage"), seen.m_pSource);
+    EXPECT_EQ(0U, seen.m_nWithProperty);
+}
+
+TEST(MappingLog, ExplainingWorksUnderTheSameSourceAsMapping)
+{
+    MappingOnCatalogue mapping;
+    loadForty(mapping);
+    const String noLanguage;
+    const Seen seen = watch([&] { mapping.mapping().explainLocale(kForty, noLanguage); });
     ASSERT_LT(0U, seen.m_nAllocations);
     EXPECT_EQ(seen.m_nAllocations, seen.m_nWithSource);
     EXPECT_EQ(std::wstring(L"vel.i18n.localeMapping.mapLanguage"), seen.m_pSource);
