@@ -39,14 +39,14 @@ public:
     ///     zh-hant-tw -> (zh, HANT-TW)     fr- -> (fr, "")
     static JavaLocale localeToJavaLocale(const Locale& rLocale);
 
-    /// The interface's language with the locale's country. A language tag with a hyphen is split as it is and the
-    /// locale is not asked; otherwise the first two characters of the tag are the language, in the spelling of the
+    /// The interface's language with the locale's country. A language tag with a hyphen is split as it is, whatever the
+    /// name of the locale; otherwise the first two characters of the tag are the language, in the spelling of the
     /// locale when it has the same one but for letter case. Throws InvalidHandleException for a locale that holds
-    /// nothing.
+    /// nothing, whatever the tag.
     ///
-    ///     fr, locale FR-ca    -> (FR, CA)     zh-Hant-TW, any locale -> (zh, HANT-TW)
-    ///     de, locale en-us    -> (de, US)     deu, locale en-us      -> (de, US)
-    ///     de, locale fr       -> (de, "")     "", locale en-us       -> ("", US)
+    ///     fr, locale FR-ca    -> (FR, CA)     zh-Hant-TW, locale en-us -> (zh, HANT-TW)
+    ///     de, locale en-us    -> (de, US)     deu, locale en-us        -> (de, US)
+    ///     de, locale fr       -> (de, "")     "", locale en-us         -> ("", US)
     static JavaLocale languageLocaleToJavaLocale(const KWWUILanguage& rLanguage, const Locale& rLocale);
 };
 

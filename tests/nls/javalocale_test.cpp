@@ -101,7 +101,10 @@ TEST(JavaLocale, ALanguageWithALocaleWithoutAHyphenStandsAlone)
 TEST(JavaLocale, ALocaleThatHoldsNothingThrows)
 {
     EXPECT_THROW(NLSUtils::localeToJavaLocale(Locale()), vel::InvalidHandleException);
-    EXPECT_THROW(NLSUtils::languageLocaleToJavaLocale(KWWUILanguage(L"de"), Locale()), vel::InvalidHandleException);
+    for (const wchar_t* language : {L"de", L"zh-Hant-TW", L""}) {
+        EXPECT_THROW(NLSUtils::languageLocaleToJavaLocale(KWWUILanguage(language), Locale()),
+                     vel::InvalidHandleException);
+    }
 }
 
 }  // namespace
