@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "catalogueinside.h"
 #include "catalogues.h"
 #include "logcapture.h"
 #include "printers.h"
@@ -35,6 +36,7 @@ TEST_F(AllowedLocales, PiecesAreTrimmedAndEmptyOrUnknownOnesSkipped)
 {
     const LogCapture log;
     m_tCatalogue.allow(L" en-us, ,FR-fr,xx-yy,");
+    EXPECT_THAT(keysOfAllowed(m_tCatalogue.lookup()), ElementsAre("en-us", "FR-fr"));
     EXPECT_THAT(m_tCatalogue.allowedNames(), ElementsAre(String(L"en-us"), String(L"fr-fr")));
     EXPECT_THAT(log.records(), IsEmpty());
 }
@@ -103,6 +105,7 @@ TEST_F(AllowedLocales, AreListedByTheKeyOfTheFirstSpelling)
     EXPECT_THAT(m_tCatalogue.allowedNames(), ElementsAre(String(L"a_"), String(L"aB"), String(L"ac")));
     m_tCatalogue.allow(L"ab,AB,Ab");
     EXPECT_THAT(m_tCatalogue.allowedNames(), ElementsAre(String(L"aB")));
+    EXPECT_THAT(keysOfAllowed(m_tCatalogue.lookup()), ElementsAre("ab"));
 }
 
 TEST_F(AllowedLocales, AListsFileChoosesByItsListSupported)
@@ -115,6 +118,7 @@ TEST_F(AllowedLocales, AListsFileChoosesByItsListSupported)
         "<localeDefinition name=\"\"/><localeDefinition name=\"xx\"/><other name=\"en-us\"/></localeList>"
         "<localeList name=\"supported\"><localeDefinition name=\"de-de\"/></localeList></any>");
     EXPECT_THAT(m_tCatalogue.allowedNames(), ElementsAre(String(L"de-de"), String(L"fr-fr")));
+    EXPECT_THAT(keysOfAllowed(m_tCatalogue.lookup()), ElementsAre("de-de", "FR-FR")) << "as the lists file spells them";
 }
 
 TEST_F(AllowedLocales, ANameInAListIsNotTrimmed)

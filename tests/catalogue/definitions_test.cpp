@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "catalogueinside.h"
 #include "catalogues.h"
 #include "logcapture.h"
 #include "printers.h"
@@ -28,10 +29,15 @@ String amOf(const Catalogue& catalogue, const wchar_t* name)
 
 TEST(CatalogueDefinitions, TheSecondOfTwoSpellingsReplacesTheValueOfOneEntry)
 {
-    const Catalogue catalogue;
-    catalogue.load(marked("fr-fr", "first") + marked("FR-FR", "second"), L"fr-fr,FR-FR");
-    EXPECT_THAT(catalogue.allowedNames(), ElementsAre(String(L"FR-FR")));
-    EXPECT_EQ(String(L"second"), amOf(catalogue, L"Fr-fR"));
+    // One spelling is allowed at a time: allowing both would make one entry of two.
+    for (const wchar_t* allowed : {L"fr-fr", L"FR-FR", L"Fr-fR"}) {
+        const Catalogue catalogue;
+        catalogue.load(marked("fr-fr", "first") + marked("FR-FR", "second"), allowed);
+        EXPECT_THAT(keysOfAll(catalogue.lookup()), ElementsAre("fr-fr"));
+        EXPECT_THAT(catalogue.allowedNames(), ElementsAre(String(L"FR-FR")));
+        EXPECT_EQ(String(L"second"), amOf(catalogue, L"fr-fr"));
+        EXPECT_EQ(String(L"second"), amOf(catalogue, L"FR-FR"));
+    }
 }
 
 TEST(CatalogueDefinitions, ADerivedDefinitionInheritsWhatItDoesNotName)
@@ -106,6 +112,36 @@ TEST(CatalogueDefinitions, OneBasedOnItselfInheritsFromItsPredecessor)
     catalogue.load(definition("xx", property("am", "second"), "xx"), L"xx");
     EXPECT_EQ(String(L"second"), amOf(catalogue, L"xx"));
     EXPECT_EQ(String(L"first"), catalogue.find(L"xx").getInfoAsString(Locale::kPM));
+}
+
+// "b" is based on "a" and "c" on "b": each inherits what its base was when it came, or the defaults.
+TEST(CatalogueDefinitions, ThreeLayersInEachOfTheirSixOrders)
+{
+    struct
+    {
+        const char* m_pOrder;
+        const wchar_t* m_pAmOfB;
+        const wchar_t* m_pAmOfC;
+        const wchar_t* m_pPmOfC;
+    } const rows[] = {{"abc", L"A", L"A", L"B"},   {"acb", L"A", L"am", L"pm"}, {"bac", L"am", L"am", L"B"},
+                      {"bca", L"am", L"am", L"B"}, {"cab", L"A", L"am", L"pm"}, {"cba", L"am", L"am", L"pm"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.m_pOrder);
+        std::string definitions;
+        for (const char each : std::string(row.m_pOrder)) {
+            definitions += each == 'a'   ? marked("a", "A")
+                           : each == 'b' ? definition("b", property("pm", "B"), "a")
+                                         : definition("c", property("dateSeparator", "C"), "b");
+        }
+        const Catalogue catalogue;
+        catalogue.load(definitions, L"a,b,c");
+        EXPECT_EQ(String(L"A"), amOf(catalogue, L"a"));
+        EXPECT_EQ(String(row.m_pAmOfB), amOf(catalogue, L"b"));
+        EXPECT_EQ(String(L"B"), catalogue.find(L"b").getInfoAsString(Locale::kPM));
+        EXPECT_EQ(String(row.m_pAmOfC), amOf(catalogue, L"c"));
+        EXPECT_EQ(String(row.m_pPmOfC), catalogue.find(L"c").getInfoAsString(Locale::kPM));
+        EXPECT_EQ(String(L"C"), catalogue.find(L"c").getInfoAsString(Locale::kDateSeparator));
+    }
 }
 
 TEST(CatalogueDefinitions, RedefiningABaseLeavesWhatWasBuiltOnIt)

@@ -7,7 +7,9 @@
 #include <thread>
 #include <vector>
 
+#include "temporaryfolder.h"
 #include "vel/config/config.h"
+#include "vel/config/configreader.h"
 #include "webi18n/localemapping.h"
 #include "webi18n/localetaglookup.h"
 
@@ -78,6 +80,45 @@ TEST(CatalogueSingleton, IsTheCatalogueOfAMappingThatIsGivenNone)
     const vel::LocaleMapping withNull{vel::Handle<const LocaleTagLookup>()};
     EXPECT_EQ(&LocaleTagLookup::getInstance(), plain.getLocaleTagLookup().get());
     EXPECT_EQ(&LocaleTagLookup::getInstance(), withNull.getLocaleTagLookup().get());
+}
+
+/// A mapping file of one rule that every text matches.
+String mappingFile(const testsupport::TemporaryFolder& folder)
+{
+    return folder
+        .write("mapping.xml",
+               "<localeMappings><localeMapping name=\"httpAcceptLanguage\"><choose><when matches=\"*\">"
+               "<localeDefinition name=\"xx\"/></when></choose></localeMapping></localeMappings>")
+        .toString();
+}
+
+TEST(CatalogueSingleton, ResolvesTheRulesOfAMappingThatIsGivenNone)
+{
+    const testsupport::TemporaryFolder folder;
+    vel::MemoryConfigReader config;
+    config.set(L"Localization/AllowedLocales", L"xx");
+    LocaleTagLookup::getInstanceForLoading().loadLocaleDefinitions(
+        config, folder.write("definitions.xml", "<any><localeDefinition name=\"xx\"/></any>").toString());
+    vel::LocaleMapping mapping{vel::Handle<const LocaleTagLookup>()};
+    mapping.loadMappings(mappingFile(folder));
+    EXPECT_EQ(String(L"xx"), mapping.mapLocale(L"anything", L"").first.definitionName());
+}
+
+TEST(CatalogueSingleton, AMappingWithoutACatalogueThrowsWhenARuleMatchesAndNamesTheClass)
+{
+    const testsupport::TemporaryFolder folder;
+    vel::Handle<const LocaleTagLookup> kept;
+    kept.swap(LocaleTagLookup::getInstanceHandle());
+    vel::LocaleMapping mapping{vel::Handle<const LocaleTagLookup>()};
+    kept.swap(LocaleTagLookup::getInstanceHandle());
+    EXPECT_EQ(String(L"en-us"), mapping.mapLocale(L"xx", L"").first.definitionName()) << "no rule asks for it";
+    mapping.loadMappings(mappingFile(folder));
+    try {
+        mapping.mapLocale(L"xx", L"");
+        ADD_FAILURE() << "an empty handle was dereferenced";
+    } catch (const vel::InvalidHandleException& exception) {
+        EXPECT_THAT(exception.what(), testing::HasSubstr("vel::LocaleTagLookup"));
+    }
 }
 
 TEST(CatalogueSingleton, AHandleThatTheHostEmptiedThrowsAndNamesTheClass)

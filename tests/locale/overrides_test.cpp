@@ -215,6 +215,48 @@ TEST(LocaleOverrides, TheSameSeparatorWithAnotherOrderOrClockRebuildsTheFormat)
     EXPECT_EQ(String(L"hh.mm.ss tt"), locale.getInfoAsString(Locale::kTimeInputFormat));
 }
 
+// A definition is applied to a locale that carries a user's overrides: what it derives is its own, and shows when they
+// are cleared.
+TEST(LocaleOverrides, ADefinitionsInputFormatsAreBuiltOfItsOwnSeparatorsAndClock)
+{
+    Locale locale = Locale::kUSA;
+    locale.setOverridingDateInputFormat(L"~", Locale::kDateOrderEnd_);
+    locale.setOverridingTimeInputFormat(L"^", Locale::kIs24HR);
+    locale = localeOf(property("dateSeparator", "-") + property("timeSeparator", "."), locale);
+    EXPECT_EQ(String(L"MM~dd~yyyy"), locale.getInfoAsString(Locale::kDateInputFormat));
+    EXPECT_EQ(String(L"HH^mm^ss"), locale.getInfoAsString(Locale::kTimeInputFormat));
+    locale.clearOverridingDateInputFormat();
+    locale.clearOverridingTimeInputFormat();
+    EXPECT_EQ(String(L"MM-dd-yyyy"), locale.getInfoAsString(Locale::kDateInputFormat));
+    EXPECT_EQ(String(L"hh.mm.ss tt"), locale.getInfoAsString(Locale::kTimeInputFormat));
+}
+
+// The one exception: the user's order counts already while the definition is applied.
+TEST(LocaleOverrides, ADefinitionsDateInputFormatIsBuiltInTheUsersOrder)
+{
+    Locale locale = Locale::kUSA;
+    locale.setOverridingDateInputFormat(L"", Locale::kYMD);
+    locale = localeOf(property("dateSeparator", "-") + property("dateOrder", "dmy"), locale);
+    locale.clearOverridingDateInputFormat();
+    EXPECT_EQ(String(L"yyyy-MM-dd"), locale.getInfoAsString(Locale::kDateInputFormat));
+    EXPECT_EQ(Locale::kDMY, locale.getDateOrder());
+}
+
+// Hosts cast stored numbers: an order above the end is kept as it came, and counts as none.
+TEST(LocaleOverrides, AnOrderAboveTheEndLeavesTheDefinitions)
+{
+    for (const unsigned number : {4U, 5U, 255U, 4294967295U}) {
+        const Locale::DateOrder order = static_cast<Locale::DateOrder>(number);
+        Locale locale = localeOf(property("dateOrder", "dmy") + property("dateSeparator", "."));
+        locale.setOverridingDateInputFormat(L"", order);
+        EXPECT_EQ(order, locale.overridingDateOrdering());
+        EXPECT_EQ(Locale::kDMY, locale.getDateOrder());
+        EXPECT_EQ(String(L"dd.MM.yyyy"), locale.getInfoAsString(Locale::kDateInputFormat)) << "nothing can be built";
+        EXPECT_EQ(String(L"dd-MM-yyyy"),
+                  localeOf(property("dateSeparator", "-"), locale).getInfoAsString(Locale::kDateInputFormat));
+    }
+}
+
 TEST(LocaleOverrides, GetInfoAppends)
 {
     vel::StringBuffer<8> out;
