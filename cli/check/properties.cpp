@@ -52,6 +52,18 @@ std::optional<Problem> checkWhiteSpace(std::wstring_view name, std::wstring_view
                        "right between the tags"};
 }
 
+/// A marker or a name of a month or day. Typed texts are compared with markers at each of their letters.
+std::optional<Problem> checkLength(std::wstring_view name, std::wstring_view text)
+{
+    constexpr std::size_t kMost = 64;
+    if (text.size() <= kMost) {
+        return checkWhiteSpace(name, text);
+    }
+    return Problem{kWarning, "long-text",
+                   utf8Text(name) + " has " + std::to_string(text.size()) +
+                       " characters, which nobody types or reads: " + "write at most " + std::to_string(kMost)};
+}
+
 std::optional<Problem> checkTemplate(std::wstring_view name, std::wstring_view text)
 {
     if (text.empty() || text.find(L'#') != text.npos) {
@@ -65,6 +77,9 @@ std::optional<Problem> checkStringValue(Locale::StringInfo info, std::wstring_vi
 {
     if (isSeparator(info)) {
         return checkSeparator(name, text);
+    }
+    if (info == Locale::kAM || info == Locale::kPM) {
+        return checkLength(name, text);
     }
     if (auto problem = checkWhiteSpace(name, text)) {
         return problem;
@@ -175,8 +190,10 @@ std::optional<Problem> checkEntry(std::wstring_view list, const XmlElement& entr
         return checkFormat(kTimeEntry, L"time format", text);
     case Locale::kDateTimeFormats:
         return checkFormat(kDateTimeEntry, L"date and time format", text);
-    default:
+    case Locale::kNameTypeEnd_:  // a scale factor
         return std::nullopt;
+    default:
+        return checkLength(L"an entry of " + std::wstring(list), text);
     }
 }
 

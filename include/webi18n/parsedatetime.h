@@ -9,7 +9,8 @@
 namespace vel {
 
 /// Reads dates and times: what people type, in a locale's conventions, and the values of XML Schema. Stateless; every
-/// operation is safe from any thread, allocates nothing, and takes time linear in the text.
+/// operation is safe from any thread, allocates nothing, and takes time linear in the text. A typed text is compared
+/// with the locale's AM and PM markers at each of its letters, so its time is at most that of its length times theirs.
 class WEBI18N_API ParseDateTime
 {
 public:
