@@ -1,6 +1,6 @@
 #include "letters.h"
 
-#include <wctype.h>
+#include <cwctype>
 
 #include "vel/core/staticinit.h"
 

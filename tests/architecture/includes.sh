@@ -28,8 +28,8 @@ fuzz                 core log xml messages config transcoding nls webi18n render
 tests                core log xml messages config transcoding nls webi18n render answers
 "
 
-# Pattern of a third-party header, then the folders that may name it. Benchmarks name it as the peer. Only tests change
-# the process's locale.
+# Pattern of a third-party header, then the folders that may name it. Benchmarks name it as the peer. The
+# library opens a locale of its own, to ask it for letters; only tests change the process's.
 thirdParty="
 expat\.h             platform/xml bench
 unicode/.*           platform/transcoding platform/nls datapack bench fuzz tests
@@ -41,7 +41,7 @@ boost/.*             server
 spdlog/.*            server
 gtest/.*             tests
 gmock/.*             tests
-locale\.h            tests
+locale\.h            webi18n tests
 "
 
 # Headers of the system and the compiler, beside those of the C++ library (which have no extension).

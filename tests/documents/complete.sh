@@ -50,7 +50,7 @@ guaranteeTests() {
     done < <(grep -oE '`[A-Z][A-Za-z0-9]+\.[A-Za-z0-9]+`' docs/guarantees.md | tr -d '`' | sort -u)
     while IFS= read -r name; do
         count=$((count + 1))
-        grep -rqwF "${name#*.}" tests --include=CMakeLists.txt ||
+        grep -rqwF "${name#*.}" tests examples --include=CMakeLists.txt ||
             { echo "docs/guarantees.md: there is no test $name"; faults=$((faults + 1)); }
     done < <(grep -oE '`[a-z]+\.[a-z_]+`' docs/guarantees.md | tr -d '`' | sort -u)
     ((count > 0)) || { echo "docs/guarantees.md names no test"; faults=$((faults + 1)); }

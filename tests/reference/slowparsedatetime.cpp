@@ -1,7 +1,8 @@
 #include "slowparsedatetime.h"
 
 #include <locale.h>
-#include <wctype.h>
+
+#include <cwctype>
 
 #include "slowvalues.h"
 #include "vel/core/nocasecompare.h"
