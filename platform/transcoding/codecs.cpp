@@ -22,7 +22,8 @@ Handle<const Codec> buildCodec(const std::string& icuName, UConverter& converter
     case UCNV_US_ASCII:
         return buildSingleByteCodec(mapping);
     case UCNV_MBCS:
-        return icuName == "gb18030" ? buildGb18030Codec(mapping) : buildDoubleByteCodec(mapping);
+        // "gb18030-2022" too: a newer edition of the standard moves some characters, as newer tables of ICU have it.
+        return icuName.starts_with("gb18030") ? buildGb18030Codec(mapping) : buildDoubleByteCodec(mapping);
     default:
         return {};
     }

@@ -7,7 +7,8 @@
 #include "textrows.h"
 
 // Every character of every set that the C library's iconv knows too. iconvdifferences.txt lists where the two differ,
-// and why; a difference that is not listed, or listed and no longer there, is a fault.
+// and why; a difference that is not listed, or listed and no longer there, is a fault. Where ICU's tables have changed
+// from one version to another, the rows are those of the table that it has here.
 
 namespace {
 
@@ -118,8 +119,18 @@ void compare(const SetPair& names, std::vector<DifferenceClass> classes)
 
 TEST(AgainstIconv, EveryCharacterOfEverySharedSet)
 {
+    std::map<std::string, bool> compared;
     for (const auto& [names, classes] : listedDifferences()) {
-        compare(names, classes);
+        const std::size_t at = names.first.find('@');
+        const std::string name = names.first.substr(0, at);
+        const bool isHere = at == std::string::npos || names.first.substr(at + 1) == icusOwnName(name);
+        compared[name] |= isHere;
+        if (isHere) {
+            compare({name, names.second}, classes);
+        }
+    }
+    for (const auto& [name, isCompared] : compared) {
+        EXPECT_TRUE(isCompared) << name << ": no row is for this ICU, whose name of it is " << icusOwnName(name);
     }
 }
 

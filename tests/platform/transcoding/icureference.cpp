@@ -93,6 +93,16 @@ std::vector<std::string> allIcuNames()
     return names;
 }
 
+std::string icusOwnName(const std::string& name)
+{
+    UErrorCode error = U_ZERO_ERROR;
+    UConverter* converter = ucnv_open(name.c_str(), &error);
+    const char* own = ucnv_getName(converter, &error);
+    const std::string result = U_SUCCESS(error) ? own : "";
+    ucnv_close(converter);
+    return result;
+}
+
 const std::vector<std::string>& webNames()
 {
     static const std::vector<std::string> kNames = {

@@ -40,6 +40,8 @@ private:
 
 /// ICU's own names of all its converters.
 std::vector<std::string> allIcuNames();
+/// The one of them that a set's name stands for.
+std::string icusOwnName(const std::string& name);
 
 /// Sets of the web: a name for each converter that an encoding of today's pages needs.
 const std::vector<std::string>& webNames();
