@@ -71,14 +71,14 @@ expect 'webi18n keys --verify comple' 'completion.sh'
 expect 'webi18n explain comple' ''
 expect 'webi18n --data dat' 'data'
 
-# Every subcommand and option of the command is offered, and no other.
+# Every subcommand and option of the command is offered, and no other. CLI11's versions differ in how the help is laid out.
 wordsOf() {
     tr ' ' '\n' | grep -v '^$' | sort -u
 }
 optionsIn() {
-    webi18n "$@" --help | sed -nE 's/^  (-[a-z0-9],)?(--[a-z-]+).*/\2/p'
+    webi18n "$@" --help | sed -nE 's/^ +(-[a-z0-9], *)?(--[a-z-]+).*/\2/p'
 }
-subcommands="$(webi18n --help | sed -n '/^Subcommands:/,/^$/ s/^  \([a-z-]*\).*/\1/p')"
+subcommands="$(webi18n --help | sed -n '/^subcommands:/I,/^$/ s/^  \([a-z-]*\).*/\1/p')"
 diff <(wordsOf <<<"$subcommands") <(complete 'webi18n ' | wordsOf)
 for subcommand in $subcommands; do
     diff <({ optionsIn; optionsIn "$subcommand"; } | wordsOf) <(complete "webi18n $subcommand --" | wordsOf)
