@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "failingallocator.h"
 #include "mappings.h"
 #include "printers.h"
 #include "vel/xml/xmlexception.h"
@@ -34,6 +35,19 @@ TEST(MappingFiles, RulesOfSeveralMappingsAndChoicesFollowEachOther)
     EXPECT_EQ(String(L"fr-ca"), mapping.map(L"a"));
     EXPECT_EQ(String(L"de-de"), mapping.map(L"b"));
     EXPECT_EQ(1U, mapping.mapping().explainLocale(L"b", L"").m_tRule->m_nIndex);
+}
+
+TEST(MappingFiles, AMappingThatIsGoneLeavesNoMemoryBehind)
+{
+    const auto loadAndForget = [] {
+        MappingOnCatalogue mapping;
+        mapping.loadFile("<any><localeMapping name=\"httpAcceptLanguage\"><choose>" + kFrench +
+                         "</choose></localeMapping></any>");
+    };
+    loadAndForget();  // what the process keeps for ever is there now
+    const std::ptrdiff_t before = outstandingBlocks();
+    loadAndForget();
+    EXPECT_EQ(outstandingBlocks(), before);
 }
 
 TEST(MappingFiles, ASecondFileReplacesTheRules)

@@ -25,6 +25,8 @@ TEST(NlsText, WorkBufferSizes)
     EXPECT_EQ(workBufferSize(600, 1100), 1200U);
     EXPECT_EQ(workBufferSize(16, 20), 64U);
     EXPECT_EQ(workBufferSize(16, 32), 64U);
+    EXPECT_EQ(workBufferSize(48, 64), 64U);
+    EXPECT_EQ(workBufferSize(100, 200), 200U);
     EXPECT_EQ(workBufferSize(0, 0), 0U);
     EXPECT_EQ(workBufferSize(0, 1), 64U);
     EXPECT_EQ(workBufferSize(0, 65), 65U);
@@ -82,6 +84,8 @@ TEST(NlsText, TerminatedTextIsDecoded)
     EXPECT_EQ(decode(std::string("\x20\xAC\xD8\x3D\xDE\0\0\0", 8)), L"\u20AC\U0001F600");
     EXPECT_EQ(decode(std::string("\x73\0\0\0", 4)), L"\u7300");
     EXPECT_EQ(decode(std::string("\0a\xDE\0\0b\xD8\x3D\0\0", 10)), L"a\uFFFDb\uFFFD");
+    EXPECT_EQ(decode(std::string("\xDE\0\0a\0\0\0b\0c\0\0", 12)), L"\uFFFDa")
+        << "ends at the first zero, also behind a fault";
     EXPECT_EQ(decode(std::string(2, '\0')), L"");
     EXPECT_EQ(fromTerminatedUtf16(nullptr), L"");
 }
