@@ -10,9 +10,9 @@ void render(const GDValue& value, const MessageFormatter& formatter, StringBuffe
 {
     out.clear();
     if (const Message* message = value.asMessage()) {
-        out.append(formatter.format(*message));
+        formatter.format(*message, out);
     } else {
-        out.append(value.toString());
+        out.append(value.asText()->view());
     }
     out.append(L'\0');
 }

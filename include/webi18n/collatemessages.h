@@ -11,7 +11,8 @@ namespace vel {
 /// code points and up to a zero. Despite its name no linguistic order takes part: "B" stands before "a" in every
 /// locale.
 ///
-/// It reuses its two buffers: one thread at a time. A copy has buffers of its own; the formatter must outlive both.
+/// It reuses its two buffers, so that texts of up to 511 characters need no allocation: one thread at a time. A copy
+/// has buffers of its own; the formatter must outlive both.
 class WEBI18N_API CollateMessagesLess
 {
 public:

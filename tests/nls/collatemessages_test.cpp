@@ -4,11 +4,30 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cwchar>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "failingallocator.h"
 #include "vel/messages/messagetable.h"
+
+namespace {
+
+bool s_bOtherLocale = false;
+
+}  // namespace
+
+/// The C library's own stands behind these: while a test says so, the process's locale sorts the other way round. No
+/// such locale has to be installed.
+extern "C" int wcscoll(const wchar_t* left, const wchar_t* right) noexcept
+{
+    return s_bOtherLocale ? std::wcscmp(right, left) : std::wcscmp(left, right);
+}
+extern "C" int wcscoll_l(const wchar_t* left, const wchar_t* right, locale_t /*locale*/) noexcept
+{
+    return wcscoll(left, right);
+}
 
 namespace {
 
@@ -35,6 +54,33 @@ TEST(CollateMessages, CapitalBIsBeforeSmallAWhateverTheLocale)
     EXPECT_FALSE(less(order, L"a", L"B"));
     EXPECT_TRUE(less(order, L"z", L"\u00E4"));
     EXPECT_TRUE(less(order, L"\uFFFD", L"\U00010000"));
+}
+
+TEST(CollateMessages, NorDoesTheProcesssLocaleCount)
+{
+    MessageFormatter formatter(nullptr);
+    CollateMessagesLess order(formatter);
+    s_bOtherLocale = true;
+    EXPECT_GT(std::wcscoll(L"a", L"b"), 0) << "the locale sorts otherwise";
+    EXPECT_TRUE(less(order, L"a", L"b"));
+    EXPECT_FALSE(less(order, L"b", L"a"));
+    s_bOtherLocale = false;
+}
+
+TEST(CollateMessages, AComparisonAllocatesNothing)
+{
+    const auto hTable = vel::makeHandle<vel::MessageTable>(String(L"en"));
+    hTable->set(L"file", L"The file %1 cannot be read: %2");
+    MessageFormatter formatter(hTable);
+    CollateMessagesLess order(formatter);
+    const auto hText = vel::makeHandle<GDValue>(String(L"The file customers.xml cannot be read: nobody knows why"));
+    const auto hPlain = vel::makeHandle<GDValue>(Message::text(L"The file orders.xml cannot be read at all"));
+    const auto hMessage = vel::makeHandle<GDValue>(
+        Message::external(L"file").insert(1, String(L"products.xml")).insert(2, Message::text(L"no such file")));
+    const testsupport::AllocationCount allocations;
+    const bool isOrdered = order(*hText, *hPlain) && order(*hPlain, *hMessage) && !order(*hMessage, *hText);
+    EXPECT_EQ(allocations.value(), 0U);
+    EXPECT_TRUE(isOrdered);
 }
 
 TEST(CollateMessages, EqualTextsAreNotSmaller)

@@ -35,6 +35,8 @@ public:
     GDPrimitiveType primitiveType() const noexcept;
     /// The message, or null when the value is a text.
     const Message* asMessage() const noexcept { return std::get_if<Message>(&m_tContent); }
+    /// The text, or null when the value is a message.
+    const String* asText() const noexcept { return std::get_if<String>(&m_tContent); }
     /// The text as it is, or the message's toString().
     String toString() const;
 
