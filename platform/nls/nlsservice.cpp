@@ -12,6 +12,7 @@
 
 #include "languageinfo.h"
 #include "languagespec.h"
+#include "linkedservice.h"
 #include "vel/nls/sorttable.h"
 
 namespace vel::nls {
@@ -107,6 +108,17 @@ const SortTable* tableOf(LanguageHandle* handle, ContextRecord* context)
     return language->m_pTable;
 }
 
+/// What the work gives, or `failure` where it throws: what runs out of memory here is no exception there.
+template <typename Result, typename Work>
+Result orFailure(Result failure, const Work& work) noexcept
+{
+    try {
+        return work();
+    } catch (...) {
+        return failure;
+    }
+}
+
 SortStrength strengthOf(unsigned flags) noexcept
 {
     // The strongest flag counts: one bit for each strength, from the lowest on. None: tertiary.
@@ -118,15 +130,13 @@ SortStrength strengthOf(unsigned flags) noexcept
 
 LoadContext* createLoadContext(const void* /*reserved*/, unsigned /*flags*/)
 {
-    try {
+    return orFailure<LoadContext*>(nullptr, [] {
         GlobalArea& area = processArea();
         auto loadContext = std::make_unique<LoadContext>(LoadContext{&area});
         const std::lock_guard<std::mutex> lock(area.m_tMutex);
         ++area.m_nLoadContexts;
         return loadContext.release();
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
+    });
 }
 
 GlobalArea* createGlobalArea(LoadContext* loadContext, unsigned /*flags*/, int* status)
@@ -148,8 +158,10 @@ LanguageHandle* languageHandleFromName(const char* specification, std::size_t le
     if (area == nullptr || globalAreaOf(context) == nullptr) {
         return nullptr;
     }
-    const auto codes = readLanguageSpecification(std::string_view(specification, length));
-    return codes ? placeLanguage(area, *codes) : nullptr;
+    return orFailure<LanguageHandle*>(nullptr, [&] {
+        const auto codes = readLanguageSpecification(std::string_view(specification, length));
+        return codes ? placeLanguage(area, *codes) : nullptr;
+    });
 }
 
 LanguageHandle* defaultLanguageHandle(LanguageArea* area, unsigned flags, ContextRecord* context)
@@ -176,8 +188,10 @@ const unsigned char* languageInfo(LanguageHandle* handle, LanguageItem item, uns
     if (handle == nullptr) {
         return nullptr;
     }
-    const auto text = textOf(handle, item, context);
-    return text && writeTerminated(*text, buffer, size) ? buffer : nullptr;
+    return orFailure<const unsigned char*>(nullptr, [&] {
+        const auto text = textOf(handle, item, context);
+        return text && writeTerminated(*text, buffer, size) ? buffer : nullptr;
+    });
 }
 
 int modifyLanguageHandle(LanguageHandle* handle, const char* value, std::size_t length, LanguageItem item,
@@ -187,7 +201,8 @@ int modifyLanguageHandle(LanguageHandle* handle, const char* value, std::size_t 
     if (handle == nullptr || globalArea == nullptr || item != kLanguageItemLinguisticSort) {
         return 1;
     }
-    const SortTable* table = openTable(*globalArea, std::string_view(value, length));
+    const SortTable* table =
+        orFailure<const SortTable*>(nullptr, [&] { return openTable(*globalArea, std::string_view(value, length)); });
     if (table == nullptr) {
         return 1;
     }
@@ -224,9 +239,11 @@ int initializeProcess()
                                                  std::size_t byteCount, unsigned strengthFlags, LanguageHandle* handle,
                                                  ContextRecord* context)
 {
-    const SortTable* table = tableOf(handle, context);
-    return table == nullptr ? kSortKeyError
-                            : table->makeKey(utf16be, byteCount, strengthOf(strengthFlags), out, capacity);
+    return orFailure(kSortKeyError, [&] {
+        const SortTable* table = tableOf(handle, context);
+        return table == nullptr ? kSortKeyError
+                                : table->makeKey(utf16be, byteCount, strengthOf(strengthFlags), out, capacity);
+    });
 }
 
 /// Goes on to the table, and nothing else: the key of a name costs little more than the calls that lead to it.
@@ -237,7 +254,8 @@ std::size_t makeSortKey(unsigned char* out, std::size_t capacity, const unsigned
     if (table == nullptr) [[unlikely]] {
         return openAndMakeSortKey(out, capacity, utf16be, byteCount, strengthFlags, handle, context);
     }
-    return table->makeKey(utf16be, byteCount, strengthOf(strengthFlags), out, capacity);
+    return orFailure(kSortKeyError,
+                     [&] { return table->makeKey(utf16be, byteCount, strengthOf(strengthFlags), out, capacity); });
 }
 
 /// Out of line: what opens a table needs a frame.
@@ -245,8 +263,11 @@ std::size_t makeSortKey(unsigned char* out, std::size_t capacity, const unsigned
                                           std::size_t rightLength, unsigned strengthFlags, LanguageHandle* handle,
                                           ContextRecord* context)
 {
-    const SortTable* table = tableOf(handle, context);
-    return table == nullptr ? 0 : table->compare(left, leftLength, right, rightLength, strengthOf(strengthFlags));
+    return orFailure(kComparisonError, [&] {
+        const SortTable* table = tableOf(handle, context);
+        return table == nullptr ? kComparisonError
+                                : table->compare(left, leftLength, right, rightLength, strengthOf(strengthFlags));
+    });
 }
 
 /// Goes on to the table, and nothing else: a comparison costs little more than the calls that lead to it.
@@ -257,7 +278,8 @@ int compareTexts(const wchar_t* left, std::size_t leftLength, const wchar_t* rig
     if (table == nullptr) [[unlikely]] {
         return openAndCompareTexts(left, leftLength, right, rightLength, strengthFlags, handle, context);
     }
-    return table->compare(left, leftLength, right, rightLength, strengthOf(strengthFlags));
+    return orFailure(kComparisonError,
+                     [&] { return table->compare(left, leftLength, right, rightLength, strengthOf(strengthFlags)); });
 }
 
 constexpr EntryPoints kOwnService = {

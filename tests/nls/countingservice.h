@@ -4,10 +4,11 @@
 #include <cstddef>
 #include <cstring>
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
-#include "vel/nls/nlsservice.h"
+#include "linkedservice.h"
 
 namespace nlstest {
 
@@ -50,12 +51,16 @@ public:
     std::vector<std::string> m_tInputs;                   ///< of makeSortKey's calls
     std::vector<unsigned> m_tFlags;                       ///< of makeSortKey's and compareTexts' calls
     std::deque<std::size_t> m_tKeyLengths;                ///< makeSortKey returns these first, with bytes 'k'
+    std::deque<std::string> m_tKeys;                      ///< then makes these
     std::vector<vel::nls::LoadContext*> m_tLoadContexts;  ///< every one that was created
     int m_nOpenLoadContexts = 0;
     int m_nOpenThreadContexts = 0;
+    std::function<void()> m_tOnCall;  ///< called first by every operation
 
     /// Whether this call is to fail; counts it.
     bool enter(Operation operation, const char* name);
+    /// Hands out the next of m_tKeys.
+    std::size_t putNextKey(unsigned char* out, std::size_t capacity);
     static CountingService& current() { return *s_pCurrent; }
     const vel::nls::EntryPoints& real() const { return m_tReal; }
 
@@ -71,7 +76,20 @@ inline bool CountingService::enter(Operation operation, const char* name)
 {
     ++m_aCalls[operation];
     m_tOrder.emplace_back(name);
+    if (m_tOnCall) {
+        m_tOnCall();
+    }
     return m_aFailing[operation] > 0 && m_aFailing[operation]-- > 0;
+}
+
+inline std::size_t CountingService::putNextKey(unsigned char* out, std::size_t capacity)
+{
+    const std::string key = m_tKeys.front();
+    m_tKeys.pop_front();
+    if (key.size() <= capacity) {
+        std::memcpy(out, key.data(), key.size());
+    }
+    return key.size();
 }
 
 namespace operations {
@@ -176,7 +194,9 @@ inline std::size_t makeSortKey(unsigned char* out, std::size_t capacity, const u
         return kSortKeyError;
     }
     if (service.m_tKeyLengths.empty()) {
-        return service.real().m_pMakeSortKey(out, capacity, text, count, flags, language, record);
+        return service.m_tKeys.empty()
+                   ? service.real().m_pMakeSortKey(out, capacity, text, count, flags, language, record)
+                   : service.putNextKey(out, capacity);
     }
     const std::size_t length = service.m_tKeyLengths.front();
     service.m_tKeyLengths.pop_front();

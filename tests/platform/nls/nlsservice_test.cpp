@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "failingallocator.h"
+#include "linkedservice.h"
 #include "vel/nls/sorttable.h"
 
 namespace {
@@ -370,16 +371,97 @@ TEST(NlsService, TheVersionNamesTheOrderAndTheFormat)
     EXPECT_EQ(service.info(service.open(""), kLanguageItemSortVersion), std::u16string(version.begin(), version.end()));
 }
 
-TEST(NlsService, WhereMemoryRunsOutTheFirstOperationsReturnNull)
+/// Calls the operation with its n-th allocation failing for every n: it must not throw, and give `failure` wherever it
+/// gives something else than with memory.
+template <typename Operation, typename Result>
+void expectFailure(const Operation& operation, Result failure)
+{
+    const Result whole = operation();
+    ASSERT_NE(whole, failure);
+    bool hasFailed = true;
+    for (std::size_t nth = 0; hasFailed; nth += nth < 60 ? 1 : nth / 3) {
+        const std::ptrdiff_t before = testsupport::outstandingBlocks();
+        const testsupport::FailingAllocations failing(nth);
+        Result result = whole;
+        ASSERT_NO_THROW(result = operation()) << "at allocation " << nth;
+        hasFailed = failing.hasFailed();
+        ASSERT_TRUE(result == failure || (!hasFailed && result == whole)) << "at allocation " << nth;
+        ASSERT_TRUE(!hasFailed || testsupport::outstandingBlocks() == before) << "at allocation " << nth;
+    }
+}
+
+TEST(NlsService, WhereMemoryRunsOutEachOperationFailsAsStated)
 {
     const EntryPoints& entries = linkedService();
-    const Service warm;
-    const std::ptrdiff_t before = testsupport::outstandingBlocks();
+    Service service;
+    LanguageHandle* const language = service.open("de");
     {
         const testsupport::FailingAllocations failing(0);
         EXPECT_EQ(entries.m_pCreateLoadContext(nullptr, 0), nullptr);
     }
-    EXPECT_EQ(testsupport::outstandingBlocks(), before);
+    unsigned char buffer[2048];
+    for (const LanguageItem item : {kLanguageItemFullDay, kLanguageItemSortVersion}) {
+        expectFailure(
+            [&] { return entries.m_pLanguageInfo(language, item, buffer, sizeof buffer, &service.m_tContext); },
+            static_cast<const unsigned char*>(nullptr));
+    }
+    // A text longer than what threads keep room for, of characters that are read the long way.
+    std::string text;
+    std::wstring wide;
+    for (int i = 0; i < 200'000; ++i) {
+        text.append("\0a\x03\x23", 4);
+        wide += L"a\u0323";
+    }
+    std::vector<unsigned char> out(4 * text.size());
+    for (const unsigned flags : {0U, 16U}) {
+        expectFailure(
+            [&] {
+                return entries.m_pMakeSortKey(out.data(), out.size(),
+                                              reinterpret_cast<const unsigned char*>(text.data()), text.size(), flags,
+                                              language, &service.m_tContext);
+            },
+            kSortKeyError);
+        expectFailure(
+            [&] {
+                return entries.m_pCompareTexts(wide.data(), wide.size(), wide.data() + 1, wide.size() - 1, flags,
+                                               language, &service.m_tContext);
+            },
+            kComparisonError);
+    }
+}
+
+TEST(NlsService, ASortForWhichMemoryRunsOutLeavesTheOneInForce)
+{
+    Service service;
+    LanguageHandle* const language = service.open("de");
+    ASSERT_EQ(service.setSort(language, "sv"), 0);
+    for (std::size_t nth = 0; nth < 5'000; nth += nth < 60 ? 1 : nth / 2) {
+        int status = 0;
+        {
+            const testsupport::FailingAllocations failing(nth);
+            ASSERT_NO_THROW(status = service.setSort(language, "lt"));
+            ASSERT_EQ(status != 0, failing.hasFailed()) << nth;
+        }
+        EXPECT_EQ(service.info(language, kLanguageItemLinguisticSort), status == 0 ? u"lt" : u"sv");
+    }
+}
+
+/// A context on a thread of its own is made in the same way; it has no table yet.
+TEST(NlsService, AFirstKeyForWhichMemoryRunsOutIsAnError)
+{
+    const std::string_view text("\0z", 2);
+    for (const std::size_t nth : {0U, 1U, 5U, 50U, 500U}) {
+        Service service;
+        LanguageHandle* const language = service.open("lv");
+        const testsupport::FailingAllocations failing(nth);
+        unsigned char out[64];
+        std::size_t size = 0;
+        ASSERT_NO_THROW(size = service.m_tEntries.m_pMakeSortKey(out, sizeof out,
+                                                                 reinterpret_cast<const unsigned char*>(text.data()),
+                                                                 text.size(), 0, language, &service.m_tContext));
+        EXPECT_EQ(size, kSortKeyError) << nth;
+        EXPECT_TRUE(failing.hasFailed());
+    }
 }
 
 TEST(NlsService, AnotherServiceCanTakeItsPlace)

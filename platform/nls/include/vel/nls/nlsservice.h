@@ -45,7 +45,8 @@ struct LanguageArea
 ///
 /// The service that is linked in runs on ICU's data:
 ///
-/// - Where memory runs out the first two operations return null, and all others throw std::bad_alloc.
+/// - It never throws. Where memory runs out an operation fails as is stated for it; what was in force stays so, and the
+///   next call may succeed.
 /// - A language specification is `[language[_territory]][.charset]`, in any letter case: a language code of two or
 ///   three letters and a territory code that ICU knows, and the character set AL16UTF16, which is also what there is
 ///   without one. Everything else gives null. Without a language it is English of the United States, whatever the
@@ -69,7 +70,7 @@ struct EntryPoints
     /// (area, 0, record). The environment's default language; null on failure.
     LanguageHandle* (*m_pDefaultLanguageHandle)(LanguageArea* area, unsigned flags, ContextRecord* context);
     /// Writes an item to the buffer as zero-terminated UTF-16BE text, as many whole characters as it takes, and returns
-    /// the text; null for an item that there is not, or a buffer without room for the terminator.
+    /// the text; null on failure, for an item that there is not, and a buffer without room for the terminator.
     const unsigned char* (*m_pLanguageInfo)(LanguageHandle* language, LanguageItem item, unsigned char* buffer,
                                             std::size_t size, ContextRecord* context);
     /// (specification, its length, area, 1, record). Null on failure.
@@ -88,19 +89,18 @@ struct EntryPoints
     std::size_t (*m_pMakeSortKey)(unsigned char* out, std::size_t capacity, const unsigned char* utf16be,
                                   std::size_t byteCount, unsigned strengthFlags, LanguageHandle* language,
                                   ContextRecord* context);
-    /// -1, 0 or 1, as the keys of both texts compare. Null in a service that has no such operation.
+    /// -1, 0 or 1, as the keys of both texts compare; kComparisonError on error. Null in a service that has no such
+    /// operation.
     int (*m_pCompareTexts)(const wchar_t* left, std::size_t leftLength, const wchar_t* right, std::size_t rightLength,
                            unsigned strengthFlags, LanguageHandle* language, ContextRecord* context);
 };
 
 /// What makeSortKey returns on error.
 inline constexpr std::size_t kSortKeyError = static_cast<std::size_t>(-1);
+/// What compareTexts returns on error: no order.
+inline constexpr int kComparisonError = 2;
 
 /// The service that the next environment uses.
 WEBI18N_API const EntryPoints& linkedService() noexcept;
-
-/// Puts another service in place of the linked one, for the environments that are made from now on; null puts the
-/// linked one back. `service` must outlive them. Called while no environment exists.
-WEBI18N_API void replaceLinkedService(const EntryPoints* service) noexcept;
 
 }  // namespace vel::nls
