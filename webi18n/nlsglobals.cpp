@@ -1,5 +1,7 @@
 #include "webi18n/nlsglobals.h"
 
+#include "vel/core/assertion.h"
+
 namespace vel::nls_internal_wrapper {
 
 namespace {
@@ -13,7 +15,7 @@ namespace {
 
 }  // namespace
 
-NLSGlobals::NLSGlobals(const NonOwningPtr<NLSLibrary>& pLibrary) : m_pLibrary(pLibrary), m_tContext()
+NLSGlobals::NLSGlobals(const NonOwningPtr<NLSLibrary>& pLibrary) : m_pLibrary(pLibrary), m_tContext(), m_tEntryPoints()
 {
     initialize();
 }
@@ -25,7 +27,12 @@ NLSGlobals::~NLSGlobals()
 
 void NLSGlobals::initialize()
 {
-    const nls::EntryPoints& service = m_pLibrary->entryPoints();
+    VEL_ASSERT(m_pLibrary->isLoaded());
+    if (!m_pLibrary->isLoaded()) {
+        throwError();
+    }
+    m_tEntryPoints = m_pLibrary->entryPoints();
+    const nls::EntryPoints& service = m_tEntryPoints;
     m_hLoadContext = service.m_pCreateLoadContext(nullptr, 0);
     if (m_hLoadContext == nullptr) {
         throwError();
@@ -44,9 +51,8 @@ void NLSGlobals::initialize()
 void NLSGlobals::terminate()
 {
     if (m_hLoadContext != nullptr) {
-        const nls::EntryPoints& service = m_pLibrary->entryPoints();
-        service.m_pTerminateThreadContext(&m_tContext);
-        service.m_pFreeLoadContext(m_hLoadContext);
+        m_tEntryPoints.m_pTerminateThreadContext(&m_tContext);
+        m_tEntryPoints.m_pFreeLoadContext(m_hLoadContext);
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "nlstext.h"
 #include "vel/core/assertion.h"
+#include "webi18n/collationkey.h"
 
 namespace vel::nls_internal_wrapper {
 
@@ -15,7 +16,7 @@ using i18n_details::kNotTranslated;
 using i18n_details::toBytes;
 
 constexpr std::size_t kInfoBytes = 2048;
-constexpr std::size_t kInlineNameBytes = 64;
+constexpr std::size_t kInlineBytes = 64;
 /// No character has a key of more bytes; a service that asks for more fails, and would otherwise take all memory.
 constexpr std::size_t kMostKeyBytesPerCharacter = 1024;
 constexpr std::size_t kMostSpareKeyBytes = std::size_t{1} << 20;
@@ -96,7 +97,7 @@ void NLSLanguage::setNLSLanguage(const NonOwningPtr<NLSGlobals>& pGlobals, const
 {
     m_pLibrary = pGlobals->library();
     m_pGlobals = pGlobals;
-    AutoBuffer<char, kInlineNameBytes> bytes;
+    AutoBuffer<char, kInlineBytes> bytes;
     const std::size_t nTranslatedBytes = toBytes(sNLSLangValue, bytes);
     VEL_ASSERT_TEXT(nTranslatedBytes != kNotTranslated, "nTranslatedBytes != -1");
     adopt(nTranslatedBytes == kNotTranslated
@@ -107,7 +108,7 @@ void NLSLanguage::setNLSLanguage(const NonOwningPtr<NLSGlobals>& pGlobals, const
 
 void NLSLanguage::modifyLinguisticSort(const String& sSortValue)
 {
-    AutoBuffer<char, kInlineNameBytes> bytes;
+    AutoBuffer<char, kInlineBytes> bytes;
     const std::size_t nTranslatedBytes = toBytes(sSortValue, bytes);
     VEL_ASSERT_TEXT(nTranslatedBytes != kNotTranslated, "nTranslatedBytes != -1");
     if (nTranslatedBytes != kNotTranslated) {
@@ -181,6 +182,18 @@ void NLSLanguage::createRefCollationKey(const wchar_t* pValue, std::size_t nLen,
         }
         request = timesSaturated(timesSaturated(request, capacity), 2);
     }
+}
+
+int NLSLanguage::compareByKeys(const wchar_t* pLHS, std::size_t nLHS, const wchar_t* pRHS, std::size_t nRHS,
+                               std::size_t nLevel) const
+{
+    VEL_ASSERT(canCompareTexts());
+    AutoBuffer<unsigned char, kInlineBytes> work;
+    NarrowString left;
+    NarrowString right;
+    createCollationKey(pLHS, nLHS, left, work, nLevel);
+    createCollationKey(pRHS, nRHS, right, work, nLevel);
+    return i18n::compareKeys(left, right);
 }
 
 int NLSLanguage::collateStrings(const wchar_t* /*pLHS*/, std::size_t /*nLHS*/, const wchar_t* /*pRHS*/,

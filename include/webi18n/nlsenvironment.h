@@ -17,7 +17,7 @@ namespace vel::i18n {
 ///     Collator collator(context, L"sv", kCollationStrengthDefault);
 ///
 /// Taking and giving back guards is not locked: the first guard is taken before other threads ask for the environment,
-/// and the last one is given back when no other thread uses it and every thread context is gone.
+/// and the last one is given back when no other thread uses it or a context made on it.
 class WEBI18N_API NLSEnvironment : public RefCounted
 {
 public:
@@ -32,24 +32,18 @@ public:
     ~NLSEnvironment() override;
     virtual NonOwningPtr<nls_internal_wrapper::NLSLibrary> getInternalNlsLibrary() = 0;
 
-    /// Whether the address is that of an environment which exists. Locked; any thread.
-    static bool isAlive(const NLSEnvironment* environment) noexcept;
-
 protected:
     NLSEnvironment() noexcept;
 
 private:
     static NonOwningPtr<NLSEnvironment> s_spDefaultEnvironment;
-    static NLSEnvironment* s_pFirst;
-
-    NLSEnvironment* m_pNext = nullptr;  // in the chain of those that exist
 };
 
 /// A thread's own context of the language service. Collators are built on it and used by its thread only, or by one
 /// thread at a time.
 ///
-/// It must be destroyed before the last guard is given back. A host that gets this wrong is told so by an assertion
-/// report, and the context's part of the service is then left as it is: the environment it belongs to is gone.
+/// It is used as long as a guard is held. After the last guard it may only be destroyed, which closes its part of the
+/// service and never reports.
 class WEBI18N_API NLSThreadContext : public RefCounted
 {
 public:

@@ -64,12 +64,21 @@ public:
 
     /// Whether the service compares texts without keys.
     bool canCompareTexts() const { return service().m_pCompareTexts != nullptr; }
-    /// -1, 0 or 1 as the keys of both texts compare; only where canCompareTexts().
+    /// -1, 0 or 1 as the keys of both texts compare, an empty key being the smallest. Where the service has no such
+    /// operation it is reported as "canCompareTexts()", and where the operation fails nothing is: the keys decide then,
+    /// and what createCollationKey says of failures holds.
     int compareTexts(const wchar_t* pLHS, std::size_t nLHS, const wchar_t* pRHS, std::size_t nRHS,
                      std::size_t nLevel) const
     {
-        return service().m_pCompareTexts(pLHS, nLHS, pRHS, nRHS, static_cast<unsigned char>(nLevel), m_hLanguage,
-                                         m_pGlobals->contextRecord());
+        const nls::EntryPoints& entryPoints = service();
+        if (entryPoints.m_pCompareTexts != nullptr) [[likely]] {
+            const int order = entryPoints.m_pCompareTexts(pLHS, nLHS, pRHS, nRHS, static_cast<unsigned char>(nLevel),
+                                                          m_hLanguage, m_pGlobals->contextRecord());
+            if (order != nls::kComparisonError) [[likely]] {
+                return order;
+            }
+        }
+        return compareByKeys(pLHS, nLHS, pRHS, nRHS, nLevel);
     }
 
 private:
@@ -77,6 +86,8 @@ private:
     void adopt(nls::LanguageHandle* handle);
     std::size_t makeSortKey(char* out, std::size_t capacity, const AutoBufferBase<unsigned char>& text,
                             std::size_t byteCount, std::size_t nLevel) const;
+    int compareByKeys(const wchar_t* pLHS, std::size_t nLHS, const wchar_t* pRHS, std::size_t nRHS,
+                      std::size_t nLevel) const;
 
     NonOwningPtr<NLSLibrary> m_pLibrary;
     NonOwningPtr<NLSGlobals> m_pGlobals;

@@ -25,6 +25,8 @@ public:
 
     /// Valid while this object is.
     const nls::EntryPoints& entryPoints() const noexcept { return m_tEntryPoints; }
+    /// Whether loadLibrary was called: no entry point may be used else.
+    bool isLoaded() const noexcept { return m_tEntryPoints.m_pCreateLoadContext != nullptr; }
 
 private:
     void* m_hModule;  // of a service that is loaded while the program runs: always null

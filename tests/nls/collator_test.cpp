@@ -334,6 +334,69 @@ TEST(CountedCollator, CollatingMakesTheLeftKeyThenTheRight)
     EXPECT_EQ(guts.collateStrings(L"a", 1, L"b", 1, 0), 1);
 }
 
+TEST(CountedCollator, ASortWithoutANameIsAskedForAsWell)
+{
+    Counted counted;
+    const Collator collator(counted.m_tContext, String(), kCollationStrengthDefault);
+    EXPECT_THAT(counted.m_tService.m_tArguments, ElementsAre(".AL16UTF16", ""));
+    EXPECT_EQ(counted.m_tService.calls(kModifyLanguageHandle), 1);
+}
+
+TEST(CountedCollator, KeysCollateAsUnsignedBytesUpToTheirEnd)
+{
+    Counted counted;
+    CollatorGuts guts(counted.m_tContext.getInternalNlsGlobals(), L"und");
+    const auto collate = [&](const std::string& left, const std::string& right) {
+        counted.m_tService.m_tKeys = {left, right};
+        return guts.collateStrings(L"a", 1, L"b", 1, 0);
+    };
+    EXPECT_EQ(collate("\x7F", "\x80"), -1);
+    EXPECT_EQ(collate("\xFF", "\x01"), 1);
+    EXPECT_EQ(collate(std::string("k\0a", 3), std::string("k\0b", 3)), -1) << "a zero ends no key";
+    EXPECT_EQ(collate(std::string("k\0", 2), "k"), 1);
+}
+
+TEST(CollationKeys, CompareAsUnsignedBytesUpToTheirEnd)
+{
+    const auto both = [](std::string_view left, std::string_view right) {
+        const auto pooled = [](std::string_view bytes) {
+            return RefCollationKey(vel::NarrowRefString(bytes.data(), bytes.size()));
+        };
+        const int order = CollationKey(vel::NarrowString(left)).compare(CollationKey(vel::NarrowString(right)));
+        EXPECT_EQ(pooled(left).compare(pooled(right)), order);
+        return order;
+    };
+    EXPECT_EQ(both("\x7F", "\x80"), -1);
+    EXPECT_EQ(both("\xFF", "\x01"), 1);
+    EXPECT_EQ(both(std::string_view("k\0a", 3), std::string_view("k\0b", 3)), -1);
+    EXPECT_EQ(both("k", "kk"), -1);
+    EXPECT_EQ(both("", ""), 0);
+}
+
+TEST_F(CollatorTest, TextsCollateBeyondAZero)
+{
+    CollatorGuts guts(m_tContext.getInternalNlsGlobals(), L"und");
+    EXPECT_EQ(guts.collateStrings(L"a\0b", 3, L"a\0c", 3, 0), -1);
+    EXPECT_EQ(guts.collateStrings(L"\0b", 2, L"\0a", 2, 0), 1);
+    EXPECT_EQ(guts.compare(L"a\0b", 3, L"a\0c", 3, 0), -1);
+}
+
+TEST_F(CollatorTest, KeysShareTheWorkBufferThatOnlyGrows)
+{
+    const std::wstring text(1000, L'x');
+    CollatorGuts guts(m_tContext.getInternalNlsGlobals(), L"und");
+    CollationKey key;
+    guts.createCollationKey(text.data(), text.size(), 0, key);
+    vel::NarrowStringPool pool(std::size_t{1} << 16);
+    RefCollationKey pooled;
+    guts.createRefCollationKey(L"x", 1, 0, pool, pooled);  // the pool has its block
+    const testsupport::AllocationCount allocations;
+    guts.createCollationKey(text.data(), text.size(), 0, key);
+    guts.createRefCollationKey(text.data(), text.size(), 0, pool, pooled);
+    guts.createCollationKey(text.data(), text.size(), 0, key);
+    EXPECT_EQ(allocations.value(), 0U);
+}
+
 TEST(CountedCollator, WithoutADirectComparisonTheKeysDecide)
 {
     CountingService service;

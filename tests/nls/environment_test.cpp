@@ -128,34 +128,38 @@ TEST(NlsEnvironment, InitialisingAgainReleasesTheContextBefore)
     EXPECT_TRUE(NLSEnvironment::getDefaultEnvironment().isNull()) << "only a guard makes a default";
 }
 
-/// Destroys a thread context whose environment is gone, and gives back what it then leaves behind.
-void destroyLate(CountingService& service)
-{
-    Handle<NLSEnvironment> guard = NLSEnvironment::getEnvironmentGuard();
-    auto late = std::make_unique<NLSThreadContext>(NLSEnvironment::getDefaultEnvironment());
-    guard = nullptr;
-    const NonOwningPtr<NLSGlobals> left = late->getInternalNlsGlobals();
-    late.reset();
-    service.real().m_pTerminateThreadContext(left->contextRecord());
-    service.real().m_pFreeLoadContext(service.m_tLoadContexts.back());
-    operator delete(left.get());
-}
-
-TEST(NlsEnvironment, AThreadContextThatOutlivesTheLastGuardIsReported)
-{
-    CountingService service;
-    const testsupport::AssertionCapture capture;
-    destroyLate(service);
-    EXPECT_THAT(capture.texts(), ElementsAre("NLSEnvironment::isAlive(m_spEnv)"));
-    EXPECT_EQ(service.calls(kTerminateThreadContext), 1) << "the environment's own: the other's library is gone";
-}
-
-TEST(NlsEnvironment, NorDoesAThrowingHandlerEndTheProcessThen)
+TEST(NlsEnvironment, AThreadContextThatOutlivesTheLastGuardEndsWithoutAReport)
 {
     CountingService service;
     const testsupport::AssertionCapture capture(testsupport::AssertionCapture::kThrow);
-    destroyLate(service);
-    EXPECT_EQ(capture.texts().size(), 1U);
+    Handle<NLSEnvironment> guard = NLSEnvironment::getEnvironmentGuard();
+    auto late = std::make_unique<NLSThreadContext>(NLSEnvironment::getDefaultEnvironment());
+    guard = nullptr;
+    EXPECT_EQ(service.m_nOpenLoadContexts, 1);
+    late.reset();
+    EXPECT_THAT(capture.texts(), IsEmpty());
+    EXPECT_EQ(service.m_nOpenThreadContexts, 0);
+    EXPECT_EQ(service.m_nOpenLoadContexts, 0);
+}
+
+TEST(NlsEnvironment, OnlyAnEnvironmentThatHasStartedIsTheDefault)
+{
+    CountingService service;
+    service.m_tOnCall = [] { EXPECT_TRUE(NLSEnvironment::getDefaultEnvironment().isNull()); };
+    const Handle<NLSEnvironment> guard = NLSEnvironment::getEnvironmentGuard();
+    EXPECT_EQ(service.calls(kInitThreadContext), 1);
+    service.m_tOnCall = nullptr;
+    EXPECT_EQ(NLSEnvironment::getDefaultEnvironment().get(), guard.get());
+}
+
+TEST(NlsEnvironment, TheEndOfAnotherEnvironmentLeavesTheDefault)
+{
+    const Handle<NLSEnvironment> guard = NLSEnvironment::getEnvironmentGuard();
+    {
+        const Handle<NLSEnvironmentImpl> other = vel::makeHandle<NLSEnvironmentImpl>();
+        other->initialize();
+    }
+    EXPECT_EQ(NLSEnvironment::getDefaultEnvironment().get(), guard.get());
 }
 
 TEST(NlsEnvironment, ANullLibraryOrEnvironmentIsReportedAndThrows)
@@ -164,6 +168,27 @@ TEST(NlsEnvironment, ANullLibraryOrEnvironmentIsReportedAndThrows)
     EXPECT_THROW(NLSGlobals(NonOwningPtr<NLSLibrary>()), vel::InvalidHandleException);
     EXPECT_THROW(NLSThreadContext(NonOwningPtr<NLSEnvironment>()), vel::InvalidHandleException);
     EXPECT_THAT(capture.texts(), ElementsAre("m_p != 0", "m_p != 0"));
+}
+
+TEST(NlsEnvironment, ALibraryThatWasNotLoadedIsReportedAndThrowsError)
+{
+    NLSLibrary library;
+    const testsupport::AssertionCapture capture;
+    EXPECT_EQ(thrownBy([&] { const NLSGlobals none{NonOwningPtr<NLSLibrary>(&library)}; }), L"error");
+    EXPECT_THAT(capture.texts(), ElementsAre("m_pLibrary->isLoaded()"));
+}
+
+TEST(NlsLibrary, LoadingSucceedsAlsoWhereTheServiceCannotBeInitialised)
+{
+    CountingService service;
+    const testsupport::AssertionCapture capture;
+    for (const vel::EOnError onError : {vel::kOnErrorThrow, vel::kOnErrorReturn}) {
+        service.fail(kInitializeProcess);
+        NLSLibrary library;
+        EXPECT_TRUE(library.loadLibrary(L"zephnls12", onError));
+        EXPECT_NE(library.entryPoints().m_pMakeSortKey, nullptr);
+    }
+    EXPECT_THAT(capture.texts(), ElementsAre("bSuccess", "bSuccess"));
 }
 
 TEST(NlsLibrary, LoadingFillsTheTableWhateverTheNameAndTheMode)

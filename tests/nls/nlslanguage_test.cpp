@@ -7,6 +7,7 @@
 #include "assertioncapture.h"
 #include "countingservice.h"
 #include "failingallocator.h"
+#include "nlsenvironmentimpl.h"
 #include "printers.h"
 #include "vel/core/exception.h"
 #include "webi18n/nlsenvironment.h"
@@ -76,7 +77,8 @@ TEST_F(NlsLanguage, OfASpecificationTheLowBytesAreTaken)
 {
     const NLSLanguage language(globals(), L"\u0164\u0165");  // 0x64 0x65
     EXPECT_THAT(m_tService.m_tArguments, ElementsAre("de"));
-    EXPECT_EQ(thrownBy([&] { const NLSLanguage none(globals(), std::wstring(1000, L'd')); }), L"error");
+    const std::wstring name(1000, L'd');
+    EXPECT_EQ(thrownBy([&] { const NLSLanguage none(globals(), name.c_str()); }), L"error");
     EXPECT_EQ(m_tService.m_tArguments.back(), std::string(1000, 'd'));
 }
 
@@ -261,6 +263,23 @@ TEST_F(NlsLanguage, TheLevelIsCutToEightBits)
     keyOf(language, L"a", 0x110);
     keyOf(language, L"a", 0xFFFFFF00U);
     EXPECT_THAT(m_tService.m_tFlags, ElementsAre(0x10U, 0U));
+}
+
+TEST_F(NlsLanguage, WithoutADirectComparisonItIsReportedAndTheKeysDecide)
+{
+    m_tService.table().m_pCompareTexts = nullptr;
+    const Handle<vel::i18n::NLSEnvironmentImpl> without = vel::makeHandle<vel::i18n::NLSEnvironmentImpl>();
+    without->initialize();
+    NLSThreadContext context(vel::NonOwningPtr<NLSEnvironment>(without.get()));
+    const NLSLanguage language(context.getInternalNlsGlobals(), L".AL16UTF16");
+    ASSERT_FALSE(language.canCompareTexts());
+    const testsupport::AssertionCapture capture;
+    EXPECT_EQ(language.compareTexts(L"a", 1, L"b", 1, 0), -1);
+    EXPECT_EQ(language.compareTexts(L"b", 1, L"a", 1, 0), 1);
+    EXPECT_EQ(language.compareTexts(L"a", 1, L"A", 1, 2), 0);
+    EXPECT_EQ(language.compareTexts(L"", 0, L"a", 1, 0), -1);
+    EXPECT_THAT(capture.texts(), testing::AllOf(testing::SizeIs(4), Each("canCompareTexts()")));
+    EXPECT_EQ(m_tService.calls(kMakeSortKey), 8);
 }
 
 TEST_F(NlsLanguage, DirectComparisonIsNotSupported)
