@@ -2,6 +2,7 @@
 
 #include <unicode/uchar.h>
 #include <unicode/unorm2.h>
+#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <cstring>
@@ -10,57 +11,29 @@
 #include "sharedplaces.h"
 #include "sortcontexts.h"
 #include "sorttext.h"
-#include "utf8bytes.h"
 
 namespace vel::nls {
 
 namespace {
 
-unsigned char* putIdentical(char32_t c, unsigned char* out) noexcept
-{
-    if (c < 2 || c == 0xFFFE) {
-        *out++ = 1;
-        c = c == 0xFFFE ? 1 : c + 2;
-    }
-    return putUtf8(c, out);
-}
+/// As ICU's decompositions of one character: none is longer.
+constexpr std::size_t kLongest = 32;
 
-void appendUnits(const char16_t* text, std::size_t length, KeyBytes& out)
+/// The canonical decomposition; empty for a character that has none. Throws std::bad_alloc.
+std::u32string decompositionOf(char32_t c)
 {
-    out.reserve(3 * length);
-    unsigned char* end = out.end();
-    for (std::size_t i = 0; i < length; ++i) {
-        char32_t c = text[i];
-        if (isLeadSurrogate(c)) {
-            c = joinSurrogates(c, text[++i]);
-        }
-        end = putIdentical(c, end);
-    }
-    out.setEnd(end);
-}
-
-/// By ICU: for texts whose marks are not in order, and characters beyond the basic plane.
-void appendNormalized(const unsigned char* utf16be, std::size_t byteCount, KeyBytes& out)
-{
-    const ThreadScratch text(byteCount + 2);
-    const std::size_t length = decodeBigEndian(utf16be, byteCount, text.as<char16_t>());
     UErrorCode status = U_ZERO_ERROR;
     const UNormalizer2* nfd = unorm2_getNFDInstance(&status);
-    ThreadScratch decomposed(8 * length + 8);
-    const auto decompose = [&] {
-        status = U_ZERO_ERROR;
-        return static_cast<std::size_t>(unorm2_normalize(nfd, text.as<char16_t>(), static_cast<int32_t>(length),
-                                                         decomposed.as<char16_t>(),
-                                                         static_cast<int32_t>(decomposed.size() / 2), &status));
-    };
-    std::size_t size = decompose();
-    if (status == U_BUFFER_OVERFLOW_ERROR) {
-        ThreadScratch larger(2 * size + 2);
-        decomposed.swap(larger);
-        size = decompose();
-    }
+    std::array<char16_t, kLongest> text{};
+    const int32_t length = unorm2_getDecomposition(nfd, static_cast<UChar32>(c), text.data(), kLongest, &status);
     throwOnFailure(status);
-    appendUnits(decomposed.as<char16_t>(), size, out);
+    std::u32string result;
+    for (int32_t i = 0; i < length;) {
+        UChar32 next = 0;
+        U16_NEXT(text.data(), i, length, next);
+        result += static_cast<char32_t>(next);
+    }
+    return result;
 }
 
 }  // namespace
@@ -77,10 +50,7 @@ Decompositions::Decompositions(std::shared_ptr<void> place) : m_pPlace(std::move
     static constexpr Page kEmpty{};
     m_aPages.fill(&kEmpty);
     for (char32_t c = 0; c < 0x10000; ++c) {
-        if (c == 0xAC00) {
-            c = 0xD7A4;
-        }
-        if (!isSurrogate(c) && (c < 2 || c == 0xFFFE || u_isdefined(static_cast<UChar32>(c)) != 0)) {
+        if (!isSyllable(c) && !isSurrogate(c) && u_isdefined(static_cast<UChar32>(c)) != 0) {
             add(c);
         }
     }
@@ -88,20 +58,13 @@ Decompositions::Decompositions(std::shared_ptr<void> place) : m_pPlace(std::move
 
 void Decompositions::add(char32_t c)
 {
-    UErrorCode status = U_ZERO_ERROR;
-    const UNormalizer2* nfd = unorm2_getNFDInstance(&status);
-    std::array<char16_t, 32> text{};
-    const int32_t length = unorm2_getDecomposition(nfd, static_cast<UChar32>(c), text.data(), 32, &status);
-    throwOnFailure(status);
     Place place = (isMark(c) ? kMark : 0) | (endsInMark(c) ? kEndsInMark : 0);
-    if (length > 0 || c < 2 || c == 0xFFFE) {
-        KeyBytes bytes(nullptr, 0);
-        text[0] = length > 0 ? text[0] : static_cast<char16_t>(c);
-        appendUnits(text.data(), length > 0 ? static_cast<std::size_t>(length) : 1, bytes);
-        place |= kBytes | static_cast<Place>((m_sBytes.size() << 5) | bytes.size());
-        m_sBytes.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    } else {
+    const std::u32string decomposition = decompositionOf(c);
+    if (decomposition.empty()) {
         place |= static_cast<Place>(lastClass(c));
+    } else {
+        place |= kDecomposes | static_cast<Place>((m_sCharacters.size() << kLengthBits) | decomposition.size());
+        m_sCharacters += decomposition;
     }
     if (place != 0) {
         if (m_tOwn.empty() || m_aPages[c >> 8] != m_tOwn.back().get()) {
@@ -112,33 +75,16 @@ void Decompositions::add(char32_t c)
     }
 }
 
-namespace {
-
-/// The letters of a syllable, each of three bytes.
-unsigned char* putSyllable(char32_t c, unsigned char* out) noexcept
+std::u32string_view Decompositions::charactersOf(Place place) const noexcept
 {
-    const char32_t number = c - 0xAC00;
-    out = putUtf8(0x1100 + number / 588, out);
-    out = putUtf8(0x1161 + number / 28 % 21, out);
-    return number % 28 == 0 ? out : putUtf8(0x11A7 + number % 28, out);
-}
-
-}  // namespace
-
-unsigned char* Decompositions::putPlace(Place place, char32_t c, unsigned char* out) const noexcept
-{
-    if ((place & kBytes) == 0) {
-        return putUtf8(c, out);
-    }
-    const std::size_t length = place & 31U;
-    std::memcpy(out, m_sBytes.data() + ((place & (kBytes - 1)) >> 5), length);
-    return out + length;
+    return std::u32string_view(m_sCharacters).substr((place & (kDecomposes - 1)) >> kLengthBits, place & kLength);
 }
 
 /// False where marks may have to change places, or a character is beyond the basic plane.
 bool Decompositions::appendInOrder(const unsigned char* utf16be, std::size_t units, KeyBytes& out) const
 {
-    constexpr std::size_t kMostBytes = 12;  // of one character, decomposed
+    constexpr std::size_t kMostBytes = 4 * IdenticalCodes::kMostBytes;  // no character becomes more than four
+    IdenticalCodes codes;
     Place before = 0;
     for (std::size_t i = 0; i < units;) {
         const std::size_t end = std::min(units, i + 64);
@@ -151,12 +97,12 @@ bool Decompositions::appendInOrder(const unsigned char* utf16be, std::size_t uni
                 if (isSurrogate(c)) {
                     return false;
                 }
-                p = c - 0xAC00 < 11'172 ? putSyllable(c, p) : putUtf8(c, p);
+                p = isSyllable(c) ? codes.putSyllable(c, p) : codes.put(c, p);
             } else {
                 if ((place & kMark) != 0 && (before & kEndsInMark) != 0) {
                     return false;
                 }
-                p = putPlace(place, c, p);
+                p = (place & kDecomposes) == 0 ? codes.put(c, p) : put(charactersOf(place), codes, p);
             }
             before = place;
         }
@@ -165,13 +111,92 @@ bool Decompositions::appendInOrder(const unsigned char* utf16be, std::size_t uni
     return true;
 }
 
+unsigned char* Decompositions::put(std::u32string_view characters, IdenticalCodes& codes, unsigned char* out) noexcept
+{
+    for (const char32_t c : characters) {
+        out = codes.put(c, out);
+    }
+    return out;
+}
+
+namespace {
+
+/// Writes the code points of a text that is taken apart, marks in canonical order.
+class OrderedLevel
+{
+public:
+    explicit OrderedLevel(KeyBytes& out) noexcept : m_rOut(out) {}
+
+    void add(char32_t c, unsigned combiningClass)
+    {
+        if (combiningClass != 0) {
+            m_tMarks.add(c, combiningClass);
+            return;
+        }
+        putMarks();
+        put(c);
+    }
+    void putMarks()
+    {
+        m_tMarks.order();
+        for (const MarkOrder::Mark& mark : m_tMarks) {
+            put(mark.m_cCode);
+        }
+        m_tMarks.clear();
+    }
+
+private:
+    void put(char32_t c)
+    {
+        m_rOut.reserve(IdenticalCodes::kMostBytes);
+        m_rOut.setEnd(m_tCodes.put(c, m_rOut.end()));
+    }
+
+    KeyBytes& m_rOut;
+    MarkOrder m_tMarks;
+    IdenticalCodes m_tCodes;
+};
+
+}  // namespace
+
+void Decompositions::appendReordered(const char16_t* text, std::size_t length, KeyBytes& out) const
+{
+    OrderedLevel level(out);
+    for (std::size_t i = 0; i < length;) {
+        char32_t c = 0;
+        U16_NEXT(text, i, length, c);
+        forEachCharacter(c, [&](char32_t each, unsigned combiningClass) { level.add(each, combiningClass); });
+    }
+    level.putMarks();
+}
+
 void Decompositions::append(const unsigned char* utf16be, std::size_t byteCount, KeyBytes& out) const
 {
     const std::size_t size = out.size();
-    if (byteCount % 2 != 0 || !appendInOrder(utf16be, byteCount / 2, out)) {
-        out.shrink(size);
-        appendNormalized(utf16be, byteCount, out);
+    if (byteCount % 2 == 0 && appendInOrder(utf16be, byteCount / 2, out)) {
+        return;
     }
+    out.shrink(size);
+    const ThreadScratch text(byteCount + 2);
+    appendReordered(text.as<char16_t>(), decodeBigEndian(utf16be, byteCount, text.as<char16_t>()), out);
+}
+
+std::u32string Decompositions::charactersBeyond(char32_t c)
+{
+    if (!isSyllable(c)) {
+        return decompositionOf(c);
+    }
+    const char32_t number = c - 0xAC00;
+    std::u32string letters{0x1100 + number / 588, 0x1161 + number / 28 % 21};
+    if (number % 28 != 0) {
+        letters += 0x11A7 + number % 28;
+    }
+    return letters;
+}
+
+int Decompositions::classOf(char32_t c) const noexcept
+{
+    return c > 0xFFFF ? u_getCombiningClass(static_cast<UChar32>(c)) : classOfWhole(c);
 }
 
 bool Decompositions::isInOrder(char32_t before, char32_t mark) const noexcept
@@ -179,7 +204,7 @@ bool Decompositions::isInOrder(char32_t before, char32_t mark) const noexcept
     if ((before | mark) <= 0xFFFF) {
         const Place first = placeOf(before);
         const Place second = placeOf(mark);
-        if (((first | second) & kBytes) == 0) {
+        if (((first | second) & kDecomposes) == 0) {
             return (first & kClass) <= (second & kClass);
         }
     }
@@ -188,8 +213,8 @@ bool Decompositions::isInOrder(char32_t before, char32_t mark) const noexcept
 
 int Decompositions::classOfWhole(char32_t mark) const noexcept
 {
-    const Place place = mark > 0xFFFF ? kBytes : placeOf(mark);
-    return (place & kBytes) == 0 ? static_cast<int>(place & kClass) : 0;
+    const Place place = mark > 0xFFFF ? kDecomposes : placeOf(mark);
+    return (place & kDecomposes) == 0 ? static_cast<int>(place & kClass) : 0;
 }
 
 }  // namespace vel::nls

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view kBinary = "binary";
 /// Counts the changes of what a table writes for a text.
-constexpr int kFormatVersion = 1;
+constexpr int kFormatVersion = 2;
 
 using TablePlaces = SharedPlaces<SortTable>;
 using EnginePlaces = SharedPlaces<SortEngine>;

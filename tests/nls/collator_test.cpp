@@ -322,6 +322,44 @@ TEST(CountedCollator, ATextWhoseKeyIsExactlyAsLongAsTheFirstCapacityMakesASecond
     EXPECT_THAT(counted.m_tService.m_tCapacities, ElementsAre(16U, 32U));
 }
 
+TEST(CountedCollator, LongTextsOfEastAsiaFitTheFirstRoom)
+{
+    std::wstring syllables;
+    for (wchar_t c = 0xAC00; c <= 0xD7A3; ++c) {
+        syllables += c;
+    }
+    // Each with a last letter: the longest of them.
+    std::wstring closed;
+    for (int i = 0; i < 10'000; ++i) {
+        closed += static_cast<wchar_t>(0xAC00 + 28 * (i % 399) + 1 + i % 27);
+    }
+    std::wstring chinese;
+    for (wchar_t c = 0x4E00; c <= 0x9FA5; ++c) {
+        chinese += c;
+    }
+    std::wstring japanese;
+    for (int i = 0; i < 400; ++i) {
+        // The room in the hotel in Tokyo was quiet, and the breakfast was tasty.
+        japanese +=
+            L"\u6771\u4EAC\u306E\u30DB\u30C6\u30EB\u306E\u90E8\u5C4B\u306F\u9759\u304B\u3067\u3001"
+            L"\u671D\u98DF\u306F\u304A\u3044\u3057\u304B\u3063\u305F\u3067\u3059\u3002";
+    }
+    const std::pair<const wchar_t*, const std::wstring*> rows[] = {{L"ko", &syllables}, {L"und", &syllables},
+                                                                   {L"ko", &closed},    {L"en", &closed},
+                                                                   {L"zh", &chinese},   {L"ja", &japanese}};
+    Counted counted;
+    for (const auto& [sort, text] : rows) {
+        for (const unsigned strength : {1U, 2U, 4U, 8U, 16U}) {
+            Collator collator(counted.m_tContext, String(sort), static_cast<CollationStrength>(strength));
+            counted.m_tService.m_tCapacities.clear();
+            vel::NarrowStringPool pool;
+            collator.createCollationKey(text->data(), text->size());
+            collator.createRefCollationKey(text->data(), text->size(), pool);
+            EXPECT_EQ(counted.m_tService.m_tCapacities.size(), 2U) << vel::toUtf8Lossy(sort) << " " << strength;
+        }
+    }
+}
+
 TEST(CountedCollator, CollatingMakesTheLeftKeyThenTheRight)
 {
     Counted counted;
