@@ -5,26 +5,37 @@
 #include <vector>
 
 #include "keywriter.h"
+#include "longruns.h"
 #include "sorttext.h"
 
 namespace vel::nls {
 
+namespace {
+
+/// More marks in a row than texts have: for these ICU's time grows with the square of their number.
+constexpr std::size_t kMostMarksOfIcu = 16;
+
+}  // namespace
+
 /// Where what begins at `i` surely has ended: so many plain characters in a row are part of no sequence together. Then
 /// nothing before that place changes what follows.
-std::size_t KeyWriter::cutAfter(std::size_t i) const noexcept
+KeyWriter::Stretch KeyWriter::stretchFrom(std::size_t i, std::size_t mostMarks) const noexcept
 {
     std::size_t plain = 0;
-    std::size_t width = characterAt(i).m_nWidth;
-    for (i += width; i < m_nUnits; i += width) {
+    std::size_t marks = 0;
+    for (bool isFirst = true; i < m_nUnits; isFirst = false) {
         const Character c = characterAt(i);
-        width = c.m_nWidth;
-        if (!entry::isPlain(c.m_nEntry)) {
-            plain = 0;
-        } else if (++plain > m_rData.m_nCutRun) {
-            return i;
+        marks = (c.m_nEntry & entry::kMark) != 0 ? marks + 1 : 0;
+        if (marks > mostMarks) {
+            return {i, true};
         }
+        plain = isFirst || !entry::isPlain(c.m_nEntry) ? 0 : plain + 1;
+        if (plain > m_rData.m_nCutRun) {
+            return {i, false};
+        }
+        i += c.m_nWidth;
     }
-    return m_nUnits;
+    return {m_nUnits, false};
 }
 
 /// An element of which only the primary weight counts. The others are the common ones, which count by their number.
@@ -105,10 +116,59 @@ std::size_t KeyWriter::slow(std::size_t i)
     return next;
 }
 
+/// Hands over what stands from `i` on, up to the long run that goes through `within` and as far behind it as one
+/// sequence may go. Returns the end.
+std::size_t KeyWriter::collectLongRun(std::size_t i, std::size_t within, LongRuns& runs) const
+{
+    for (std::size_t behind = 0; i < m_nUnits;) {
+        const Character c = characterAt(i);
+        const bool isMark = (c.m_nEntry & entry::kMark) != 0;
+        if (i > within && !isMark && behind++ == m_rData.m_nCutRun) {
+            break;
+        }
+        runs.add(c.m_cCode, i);
+        i += c.m_nWidth;
+    }
+    runs.finish();
+    return i;
+}
+
+/// Reads from `i` to the first character behind the long run of marks that goes through `within`. Returns where it goes
+/// on: before that where only ICU knows, so perhaps at `i`.
+std::size_t KeyWriter::addLongRun(std::size_t i, std::size_t within)
+{
+    LongRuns runs(m_rData);
+    const std::size_t end = collectLongRun(i, within, runs);
+    const Checkpoint before = save();
+    LongRuns::Step step;
+    bool isBehind = false;
+    while (!isBehind && runs.next(step)) {
+        if (step.m_nPrimary != 0) {
+            addCommon(step.m_nPrimary);
+        } else {
+            addEntry(step.m_nEntry);
+        }
+        isBehind = runs.isAtStarter() && runs.place(end) > within;
+    }
+    m_nRunWork += runs.work();
+    if (!runs.isAtStarter()) {
+        restore(before);
+        return i;
+    }
+    return runs.place(end);
+}
+
 /// Has ICU read from `i` up to the next cut. It also gets what stands between the last cut and `i`, for prefixes.
 std::size_t KeyWriter::addByIcu(std::size_t i)
 {
-    const std::size_t end = cutAfter(i);
+    const Stretch stretch = stretchFrom(i, kMostMarksOfIcu);
+    if (stretch.m_bLongRun) {
+        const std::size_t next = addLongRun(i, stretch.m_nEnd);
+        if (next != i) {
+            return next;
+        }
+    }
+    const std::size_t end = stretch.m_bLongRun ? stretchFrom(i, m_nUnits).m_nEnd : stretch.m_nEnd;
     const std::size_t before =
         entry::isKind(characterAt(i).m_nEntry, kPrefixKind) || entry::isKind(characterAt(i).m_nEntry, kSlowKind)
             ? m_nLastCut - std::min(m_nLastCut, m_rData.m_nCutRun)

@@ -8,6 +8,8 @@
 
 namespace vel::nls {
 
+class LongRuns;
+
 /// Makes one key. Plain characters take the short way, a load and a store each; a character that is read together with
 /// others takes them along; what only ICU can read goes through its iterator, up to the next place where the text can
 /// be cut. All ways write the same format.
@@ -21,6 +23,8 @@ public:
 
     /// Code units that went through ICU's iterator.
     std::size_t slowUnits() const noexcept { return m_nSlowUnits; }
+    /// LongRuns::work of all long runs.
+    std::size_t runWork() const noexcept { return m_nRunWork; }
 
 private:
     struct Character
@@ -81,8 +85,16 @@ private:
     std::size_t endOfDigits(std::size_t i) const noexcept;
     std::size_t addNumber(std::size_t i);
     std::size_t addByIcu(std::size_t i);
+    std::size_t collectLongRun(std::size_t i, std::size_t within, LongRuns& runs) const;
+    std::size_t addLongRun(std::size_t i, std::size_t within);
     void addCommon(std::uint32_t primary);
-    std::size_t cutAfter(std::size_t i) const noexcept;
+    /// Where the text can be cut, or a place within the first long run of marks before that.
+    struct Stretch
+    {
+        std::size_t m_nEnd;
+        bool m_bLongRun;
+    };
+    Stretch stretchFrom(std::size_t i, std::size_t mostMarks) const noexcept;
     void addSlow(const char16_t* text, std::size_t length, std::size_t skip);
 
     std::size_t finish(const unsigned char* utf16be, std::size_t byteCount);
@@ -105,6 +117,7 @@ private:
     std::size_t m_nRetry = 0;
     Checkpoint m_tRetry{};
     std::size_t m_nSlowUnits = 0;
+    std::size_t m_nRunWork = 0;
 };
 
 }  // namespace vel::nls

@@ -88,6 +88,11 @@ bool endsInMark(char32_t c) noexcept
     return lastClass(c) != 0;
 }
 
+bool isSplitAlways(char32_t c) noexcept
+{
+    return c == 0x0F73 || c == 0x0F75 || c == 0x0F81;
+}
+
 std::u16string utf16Of(std::u32string_view text)
 {
     std::u16string result;

@@ -30,6 +30,9 @@ bool endsInMark(char32_t c) noexcept;
 /// The combining class of the character, or of the first or last one that it decomposes to; 0 for what is no mark.
 int firstClass(char32_t c) noexcept;
 int lastClass(char32_t c) noexcept;
+/// Whether ICU takes the character apart wherever it normalizes, though nothing is out of order: so the vowel signs of
+/// Tibetan that are made of two marks.
+bool isSplitAlways(char32_t c) noexcept;
 
 std::u16string utf16Of(std::u32string_view text);
 

@@ -242,12 +242,6 @@ SortEntry TableBuilder::flagsOf(char32_t c) const
     return flags;
 }
 
-/// ICU takes these apart even where nothing is out of order: the vowel signs of Tibetan that are made of two marks.
-bool isSplitAlways(char32_t c)
-{
-    return c == 0x0F73 || c == 0x0F75 || c == 0x0F81;
-}
-
 void TableBuilder::addCharacters()
 {
     const ElementRules& rules = m_pData->m_tRules;

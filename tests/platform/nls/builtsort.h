@@ -49,6 +49,20 @@ inline std::string longKey(const vel::nls::SortData& data, std::u16string_view t
     return key;
 }
 
+/// What the time of a key of long runs of marks depends on, and code units that ICU reads.
+struct KeyWork
+{
+    std::size_t m_nRunWork;
+    std::size_t m_nSlowUnits;
+};
+inline KeyWork workOf(const vel::nls::SortData& data, std::u16string_view text)
+{
+    const std::string bytes = testsupport::bytesOf(text);
+    vel::nls::KeyWriter writer(data, vel::nls::SortStrength::kIdentical, nullptr, 0);
+    writer.write(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+    return {writer.runWork(), writer.slowUnits()};
+}
+
 /// Code units that ICU reads.
 inline std::size_t slowUnits(const vel::nls::SortData& data, std::u16string_view text)
 {
