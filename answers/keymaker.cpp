@@ -4,6 +4,7 @@
 
 #include "answers/text.h"
 #include "vel/core/utf8.h"
+#include "vel/nls/sortnames.h"
 
 namespace answers {
 
@@ -15,18 +16,26 @@ using vel::nls_internal_wrapper::NLSLanguage;
 namespace {
 
 constexpr const wchar_t* ksBinary = L"binary";
-constexpr const wchar_t* ksRoot = L"und";
 constexpr const wchar_t* ksOfTheService = L".AL16UTF16";
 /// In a pool, the room for a key that does not fit grows with the square of the text: keys of longer texts are made
 /// elsewhere and copied.
 constexpr std::size_t kMostInPool = 256;
 
+/// "nearest: de, de-u-co-phonebk; ", or nothing.
+std::string nearestOf(const String& sort)
+{
+    std::string text;
+    for (const std::string& each : vel::nls::nearestSortNames(vel::toUtf8Lossy(sort))) {
+        text += (text.empty() ? "nearest: " : ", ") + each;
+    }
+    return text.empty() ? text : text + "; ";
+}
+
 Collator makeCollator(vel::i18n::NLSThreadContext& context, const String& sort, vel::i18n::CollationStrength strength)
 {
     if (!isSort(context, sort)) {
-        throw NoSuchSort(visibleText(sort) +
-                         ": there is no such sort; accepted are language tags such as sv, de-u-co-phonebk, "
-                         "zh-u-co-stroke or und, and binary");
+        throw NoSuchSort(visibleText(sort) + ": there is no such sort; " + nearestOf(sort) +
+                         "accepted are language tags such as sv, de-u-co-phonebk, zh-u-co-stroke or und, and binary");
     }
     return Collator(context, sort, strength);
 }
@@ -49,23 +58,6 @@ bool isSort(vel::i18n::NLSThreadContext& context, const String& name)
     const bool isAscii = name.view().find_first_of(L'\0') == String::kNotFound &&
                          std::all_of(name.begin(), name.end(), [](wchar_t each) { return each > 0 && each < 0x80; });
     return isAscii && (language.getLinguisticSort() != ksBinary || name.equalsNoCase(ksBinary));
-}
-
-String unknownLanguageOf(vel::i18n::NLSThreadContext& context, const String& sort)
-{
-    NLSLanguage language(context.getInternalNlsGlobals(), ksOfTheService);
-    language.modifyLinguisticSort(sort);
-    const String name = language.getLinguisticSort();  // the tag as it is usually written: he for iw, tlh for i-klingon
-    String code(name.view().substr(0, name.view().find(L'-')));
-    if (code == ksRoot || name == ksBinary) {
-        return {};
-    }
-    try {
-        language.setNLSLanguage(context.getInternalNlsGlobals(), code + ksOfTheService);
-    } catch (const wchar_t*) {
-        return code;
-    }
-    return {};
 }
 
 KeyMaker::KeyMaker(const String& sort, vel::i18n::CollationStrength strength)

@@ -12,7 +12,7 @@
 
 namespace answers {
 
-/// There is no sort of a name; the text names it and says what is accepted.
+/// There is no sort of a name; the text names it, the names that come nearest, and what is accepted.
 class NoSuchSort : public std::runtime_error
 {
 public:
@@ -42,11 +42,5 @@ private:
 
 /// Whether the service has a sort of that name. A collator would not tell: it keeps the sort that it had.
 bool isSort(vel::i18n::NLSThreadContext& context, const vel::String& name);
-
-/// The code of a sort's language where the service does not know such a language, so that the sort has the root order;
-/// else empty. The name is that of a sort.
-///
-///     swedish -> swedish    xx-u-kn -> xx    sv-u-kn -> (empty)    und-u-kn -> (empty)    binary -> (empty)
-vel::String unknownLanguageOf(vel::i18n::NLSThreadContext& context, const vel::String& sort);
 
 }  // namespace answers

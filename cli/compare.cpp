@@ -22,7 +22,6 @@ public:
         const auto strength = m_tSort.strength();
         const auto hGuard = vel::i18n::NLSEnvironment::getEnvironmentGuard();
         const std::unique_ptr<KeyMaker> maker = makeKeyMaker(m_tSort.sort(), strength);
-        noteUnknownLanguage(m_tSort.sort());
         const int result = maker->collator().compare(wideText(m_sLeft, "argument A"), wideText(m_sRight, "argument B"));
         Json json;
         json["result"] = result;

@@ -29,7 +29,6 @@ public:
         const auto hGuard = vel::i18n::NLSEnvironment::getEnvironmentGuard();
         const std::string separator(1, m_bNull ? '\0' : '\n');
         LineSorter sorter(m_tSort.sort(), strength, m_nMegabytes * kMegabyte, separator.front());
-        noteUnknownLanguage(m_tSort.sort());
         InputFiles files(m_tFiles);
         const auto append = [&](std::string& text, std::string_view line) {
             if (output.isJson()) {

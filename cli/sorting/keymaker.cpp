@@ -16,14 +16,4 @@ std::unique_ptr<KeyMaker> makeKeyMaker(const vel::String& sort, vel::i18n::Colla
     }
 }
 
-void noteUnknownLanguage(const vel::String& sort)
-{
-    vel::i18n::NLSThreadContext context(vel::i18n::NLSEnvironment::getDefaultEnvironment());
-    const vel::String code = answers::unknownLanguageOf(context, sort);
-    if (!code.isEmpty()) {
-        complain("note", "--sort " + visibleText(sort) + ": no language '" + visibleText(code) +
-                             "' is known, so the order is the root's, as with und");
-    }
-}
-
 }  // namespace cli

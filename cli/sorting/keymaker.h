@@ -11,7 +11,4 @@ using answers::KeyMaker;
 /// For the sort that was given with --sort. Throws UsageError when there is none of that name.
 std::unique_ptr<KeyMaker> makeKeyMaker(const vel::String& sort, vel::i18n::CollationStrength strength);
 
-/// Says on standard error that a sort which exists is of no known language, which mostly is a tag written wrong.
-void noteUnknownLanguage(const vel::String& sort);
-
 }  // namespace cli

@@ -68,6 +68,9 @@ private:
 ///     "sv" -> a, z, å, ä, ö          "de-u-co-phonebk" -> as in German phone books       "da-u-kf-upper" -> capitals
 ///     first "de" -> a, ä, z                "en-u-ka-shifted" -> punctuation aside              "und" -> the root order
 ///
+/// A name is known when ICU lists its language, or the language is "und", and its keywords and their values exist:
+/// "SWEDISH", "xx" and "sv-u-co-nosuch" are unknown.
+///
 /// Law, for all texts a and b, where key is createCollationKey:
 ///
 ///     compare(a, b) == key(a).compare(key(b))

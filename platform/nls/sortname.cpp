@@ -2,6 +2,7 @@
 
 #include <unicode/uloc.h>
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -47,6 +48,37 @@ bool hasCollationType(const char* id)
     return false;
 }
 
+/// What a sort is made of by its keywords, as ICU names them; and what a tag has for private use, which is none.
+constexpr std::string_view kKeywords[] = {"collation",
+                                          "colalternate",
+                                          "colbackwards",
+                                          "colcasefirst",
+                                          "colcaselevel",
+                                          "colnormalization",
+                                          "colnumeric",
+                                          "colreorder",
+                                          "colstrength",
+                                          "kv",
+                                          "x"};
+
+/// ICU passes over keywords that are none of a sort's; here a name that has one is none.
+bool hasSortKeywordsOnly(const char* id)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const EnumerationPtr keywords(uloc_openKeywords(id, &status));
+    throwOnFailure(status);
+    while (keywords != nullptr) {
+        const char* const keyword = uenum_next(keywords.get(), nullptr, &status);
+        if (keyword == nullptr) {
+            break;
+        }
+        if (std::find(std::begin(kKeywords), std::end(kKeywords), keyword) == std::end(kKeywords)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 std::string canonicalTag(const char* id)
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -83,10 +115,29 @@ std::string orderOf(const UCollator* collator)
 
 }  // namespace
 
+bool isBinaryName(std::string_view name) noexcept
+{
+    constexpr std::string_view kBinary = "binary";
+    return std::equal(name.begin(), name.end(), kBinary.begin(), kBinary.end(), [](char each, char letter) {
+        return each == letter || each == static_cast<char>(letter - 'a' + 'A');
+    });
+}
+
+bool isSortLanguage(const std::string& name)
+{
+    std::array<char, 16> language{};
+    UErrorCode status = U_ZERO_ERROR;
+    uloc_getLanguage(name.c_str(), language.data(), static_cast<int32_t>(language.size()), &status);
+    const std::string_view code = language.data();
+    return U_SUCCESS(status) && status != U_STRING_NOT_TERMINATED_WARNING &&
+           (code.empty() || code == "und" || code == "root" || *uloc_getISO3Language(language.data()) != '\0');
+}
+
 std::optional<SortName> resolveSortName(std::string_view name)
 {
     IdBuffer id{};
-    if (name.size() > kMostLetters || !readTag(std::string(name), id) || !hasCollationType(id.data())) {
+    if (name.size() > kMostLetters || !readTag(std::string(name), id) || !isSortLanguage(id.data()) ||
+        !hasSortKeywordsOnly(id.data()) || !hasCollationType(id.data())) {
         return std::nullopt;
     }
     UErrorCode status = U_ZERO_ERROR;

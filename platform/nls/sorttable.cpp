@@ -74,13 +74,12 @@ std::shared_ptr<const SortTable> SortTable::open(std::string_view name)
             return table;
         }
     }
+    if (isBinaryName(name)) {
+        return sharedTable(std::string(kBinary), name, [] { return std::make_shared<const BinaryEngine>(); });
+    }
     const std::optional<SortName> resolved = resolveSortName(name);
     if (!resolved) {
         return nullptr;
-    }
-    // A tag by its form, in any case; no language has this name.
-    if (resolved->m_sCanonical == kBinary) {
-        return sharedTable(resolved->m_sCanonical, name, [] { return std::make_shared<const BinaryEngine>(); });
     }
     return sharedTable(resolved->m_sCanonical, name, [&] { return sharedEngine(*resolved); });
 }

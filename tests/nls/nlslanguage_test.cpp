@@ -97,13 +97,15 @@ TEST_F(NlsLanguage, TheStatusOfASortIsNotExamined)
     language.modifyLinguisticSort(L"sv");
     EXPECT_EQ(language.getLinguisticSort(), L"sv");
     const testsupport::AssertionCapture capture;
-    language.modifyLinguisticSort(L"no such sort");
-    EXPECT_EQ(language.getLinguisticSort(), L"sv");
+    for (const wchar_t* name : {L"no such sort", L"SWEDISH", L"nosuch"}) {
+        language.modifyLinguisticSort(name);
+        EXPECT_EQ(language.getLinguisticSort(), L"sv");
+    }
     m_tService.fail(kModifyLanguageHandle);
     language.modifyLinguisticSort(L"de");
     EXPECT_EQ(language.getLinguisticSort(), L"sv");
     EXPECT_THAT(capture.texts(), testing::IsEmpty());
-    EXPECT_THAT(m_tService.m_tArguments, ElementsAre(".AL16UTF16", "sv", "no such sort", "de"));
+    EXPECT_THAT(m_tService.m_tArguments, ElementsAre(".AL16UTF16", "sv", "no such sort", "SWEDISH", "nosuch", "de"));
 }
 
 TEST_F(NlsLanguage, InformationThatTheServiceDoesNotHaveIsEmpty)

@@ -221,7 +221,8 @@ TEST(NlsService, AnUnknownSortNameLeavesTheSortInForce)
     Service service;
     LanguageHandle* language = service.open(".AL16UTF16");
     ASSERT_EQ(service.setSort(language, "sv"), 0);
-    const std::string_view unknown[] = {"", "a b", "SWEDISH_M", "fr-u-co-phonebk", std::string_view("sv\0x", 4)};
+    const std::string_view unknown[] = {"",       "a b",         "SWEDISH_M",       "SWEDISH",
+                                        "nosuch", "sv-u-zz-foo", "fr-u-co-phonebk", std::string_view("sv\0x", 4)};
     for (const std::string_view each : unknown) {
         EXPECT_NE(service.setSort(language, each), 0) << each;
         EXPECT_EQ(service.info(language, kLanguageItemLinguisticSort), u"sv");

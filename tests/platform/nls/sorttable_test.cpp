@@ -66,8 +66,9 @@ TEST(SortTable, EachLanguageHasItsOrder)
 
 TEST(SortTable, NamesThatAreNoSortHaveNoTable)
 {
-    for (const char* name : {"", "en_US", "a b", "fr-u-co-phonebk", "zh-u-co-phonebk", "en-u-co-bogus", "en-u-ka-what",
-                             "en-u-kn-what", "en-u-kr-what", "binary_", "-", "e", "en-"}) {
+    for (const char* name :
+         {"", "en_US", "a b", "fr-u-co-phonebk", "zh-u-co-phonebk", "en-u-co-bogus", "en-u-ka-what", "en-u-kn-what",
+          "en-u-kr-what", "binary_", "-", "e", "en-", "xx", "SWEDISH", "nosuch", "en-u-zz-foo"}) {
         EXPECT_EQ(SortTable::open(name), nullptr) << name;
     }
     EXPECT_EQ(SortTable::open(std::string_view("en\0sv", 5)), nullptr);

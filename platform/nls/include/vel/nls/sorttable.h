@@ -32,8 +32,9 @@ class SortTable
 public:
     /// The table of a sort, or null when there is no such sort. `name` is a BCP 47 tag, with collation keywords where
     /// wanted, or "binary", the order of code points. A table is built once and shared by all who hold it; it is freed
-    /// with the last of them. A language for which nothing is tailored has the root's order. Throws std::bad_alloc;
-    /// nothing is kept then, and the next call tries again. Any thread.
+    /// with the last of them. The language must be one that ICU lists, or "und", its keywords those of a sort, and
+    /// their values some that there are; a language for which nothing is tailored has the root's order. Throws
+    /// std::bad_alloc; nothing is kept then, and the next call tries again. Any thread.
     ///
     ///     "sv"                 -> Swedish
     ///     "SV"                 -> the same table
@@ -42,9 +43,11 @@ public:
     ///     "en-u-ka-shifted"    -> punctuation is ignored up to the tertiary level
     ///     "da-u-kf-upper"      -> capitals first
     ///     "en-u-kn"            -> digits by their number
-    ///     "und", "xx"          -> the root's order
+    ///     "und", "en"          -> the root's order
     ///     "binary"             -> code points
     ///     "", "en_US", "a b"   -> null: no tag
+    ///     "xx", "swedish"      -> null: no language
+    ///     "en-u-zz-yes"        -> null: no keyword of a sort
     ///     "fr-u-co-phonebk"    -> null: French has no such sort
     ///     "en-u-ka-what"       -> null: no such value
     static std::shared_ptr<const SortTable> open(std::string_view name);
