@@ -1,6 +1,7 @@
 #include "xmltreebuilder.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -10,6 +11,22 @@
 #include "xmlwiden.h"
 
 namespace vel::xml_details {
+
+namespace {
+
+/// Where the parser stands, negative when it does not know. Newer versions of expat have a function of another name for
+/// that, and say that the older one must go; the template lets either be there alone.
+template <typename Parser>
+std::int64_t byteIndexOf(Parser parser) noexcept
+{
+    if constexpr (requires { XML_GetCurrentByteIndex64(parser); }) {
+        return XML_GetCurrentByteIndex64(parser);
+    } else {
+        return XML_GetCurrentByteIndex(parser);
+    }
+}
+
+}  // namespace
 
 XmlTreeBuilder::XmlTreeBuilder(XML_Parser parser, const XmlSource& source, const XmlLimits& limits, const String& name,
                                XmlMemory& memory)
@@ -203,7 +220,7 @@ void XmlTreeBuilder::throwAt(std::size_t offset, const String& problem) const
 
 std::size_t XmlTreeBuilder::currentOffset() const noexcept
 {
-    const XML_Index index = XML_GetCurrentByteIndex(m_hParser);
+    const std::int64_t index = byteIndexOf(m_hParser);
     return index < 0 ? 0 : std::min(static_cast<std::size_t>(index), m_tSource.text().size());
 }
 
