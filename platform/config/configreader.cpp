@@ -56,6 +56,11 @@ std::map<String, String> readValues(const XmlElement& root)
 
 ConfigReader::~ConfigReader() = default;
 
+FilePath ConfigReader::getFilePath(const String& key) const
+{
+    return FilePath(getString(key, String()));
+}
+
 MemoryConfigReader::MemoryConfigReader(Handle<const ConfigReader> behind) : m_hBehind(std::move(behind))
 {}
 

@@ -43,6 +43,23 @@ TEST(MemoryConfigReader, ReturnsWhatIsSetElseTheDefault)
     EXPECT_EQ(reader.getString(L"", kNone), kNone);
 }
 
+/// All that a host's reader has to implement.
+class StringsOnlyReader final : public vel::ConfigReader
+{
+public:
+    String getString(const String& key, const String& defaultValue) const override
+    {
+        return key == L"lists" ? L"lists/a.xml" : defaultValue;
+    }
+};
+
+TEST(ConfigReader, WhoReadsStringsReadsPaths)
+{
+    const Handle<const vel::ConfigReader> reader = makeHandle<StringsOnlyReader>();
+    EXPECT_EQ(reader->getFilePath(L"lists"), FilePath(String(L"lists/a.xml")));
+    EXPECT_TRUE(reader->getFilePath(L"other").isEmpty());
+}
+
 TEST(MemoryConfigReader, PathsAreSeenFromTheWorkingFolder)
 {
     MemoryConfigReader reader;

@@ -20,7 +20,8 @@ public:
     virtual String getString(const String& key, const String& defaultValue) const = 0;
     /// The value of a key that holds a file's path: a relative one is seen from the folder that the source of the value
     /// names (a configuration file's own folder; the working folder for values from memory). Absent or empty: empty.
-    virtual FilePath getFilePath(const String& key) const = 0;
+    /// A reader that knows no such folder need not implement it: it is getString's value as it stands.
+    virtual FilePath getFilePath(const String& key) const;
 
 protected:
     ~ConfigReader() override;
