@@ -58,9 +58,29 @@ std::vector<LogProperty> currentProperties()
     }
     std::vector<LogProperty> properties(count);
     for (const ScopedLogProperty* each = t_property; each != nullptr; each = each->outer()) {
-        properties[--count] = each->property();
+        const LogProperty& property = each->property();
+        properties[--count] = {property.m_sName, property.m_sValue.substr(0, Logger::kLongestInsert)};
     }
     return properties;
+}
+
+/// Cuts what is longer than an insert may be; false when nothing is. Inserts nest as deep as the code that builds a
+/// message has it, not as its texts have it.
+bool cutInserts(Message& message)
+{
+    bool isCut = false;
+    for (Message::Insert& each : message.inserts()) {
+        const std::wstring_view text = each.m_tValue.plainText();
+        const bool isLong = text.size() > Logger::kLongestInsert;
+        if (isLong) {
+            each.m_tValue = Message::text(String(text.substr(0, Logger::kLongestInsert)).append(L"..."));
+        }
+        if (isLong || cutInserts(each.m_tValue)) {
+            message.insert(each.m_nNumber, std::move(each.m_tValue));
+            isCut = true;
+        }
+    }
+    return isCut;
 }
 
 void logAssertion(const AssertionReport& report)
@@ -97,7 +117,9 @@ void Logger::write(LogSeverity severity, const Message& message, const char* fil
     }
     const LogSource* source = ScopedLogSource::current();
     const std::vector<LogProperty> properties = currentProperties();
-    sink->write({severity, source == nullptr ? L"" : source->name(), message, properties, file, line});
+    Message shown = message;
+    cutInserts(shown);
+    sink->write({severity, source == nullptr ? L"" : source->name(), shown, properties, file, line});
 }
 
 ScopedLogSource::ScopedLogSource(const LogSource& source) noexcept : m_pSource(&source), m_pOuter(t_source)

@@ -62,6 +62,38 @@ TEST(Logger, RecordsCarryAllThatIsKnown)
     EXPECT_EQ(record.m_nLine, line);
 }
 
+TEST(Logger, WhatIsInsertedIsCutAtItsLongestLength)
+{
+    const std::wstring longest(Logger::kLongestInsert, L'x');
+    const LogCapture capture;
+    VEL_LOG(vel::kLogWarning, Message::text(L"'%1' '%2'").insert(1, longest).insert(2, longest + L"y"));
+    ASSERT_EQ(capture.records().size(), 1U);
+    EXPECT_EQ(capture.records()[0].text().standard(), L"'" + longest + L"' '" + longest + L"...'");
+    EXPECT_EQ(Logger::kLongestInsert, 1000U);
+}
+
+TEST(Logger, InsertsOfInsertsAreCutToo)
+{
+    const std::wstring longest(Logger::kLongestInsert, L'x');
+    const Message inner = Message::external(L"kmsgKey").insert(1, longest + longest).insert(2, L"short");
+    const LogCapture capture;
+    VEL_LOG(vel::kLogWarning, Message::text(L"[%1]").insert(1, Message::text(L"<%1>").insert(1, inner)));
+    ASSERT_EQ(capture.records().size(), 1U);
+    EXPECT_EQ(capture.records()[0].text().standard(), L"[<kmsgKey(" + longest + L"..., short)>]");
+}
+
+TEST(Logger, TheValueOfAPropertyIsCutToo)
+{
+    const std::wstring longest(Logger::kLongestInsert, L'x');
+    const std::wstring longer = longest + L"y";
+    const LogCapture capture;
+    const vel::ScopedLogProperty property(L"file", longer);
+    VEL_LOG(vel::kLogWarning, Message::text(L"bare"));
+    ASSERT_EQ(capture.records().size(), 1U);
+    ASSERT_EQ(capture.records()[0].m_tProperties.size(), 1U);
+    EXPECT_EQ(capture.records()[0].m_tProperties[0].second, longest);
+}
+
 TEST(Logger, WithoutScopesSourceAndPropertiesAreEmpty)
 {
     const LogCapture capture;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -42,9 +43,9 @@ struct LogProperty
 struct LogRecord
 {
     LogSeverity m_eSeverity;
-    const wchar_t* m_pSource;  ///< the innermost current source's name, or an empty text
-    const Message& m_tMessage;
-    const std::vector<LogProperty>& m_tProperties;  ///< outermost first
+    const wchar_t* m_pSource;                       ///< the innermost current source's name, or an empty text
+    const Message& m_tMessage;                      ///< its inserts cut, see Logger::kLongestInsert
+    const std::vector<LogProperty>& m_tProperties;  ///< outermost first, their values cut
     const char* m_pFile;                            ///< source file
     int m_nLine;                                    ///< source line
 };
@@ -66,6 +67,10 @@ class WEBI18N_API Logger
 {
 public:
     Logger() = delete;
+
+    /// What is inserted in a record may come from a file or a request, so it has a longest length: of a longer insert,
+    /// at any depth, this many characters are kept and "..." stands behind them; of a property's value this many.
+    static constexpr std::size_t kLongestInsert = 1000;
 
     /// Replaces the sink; a null handle silences. A record that is being written on another thread ends on the old one.
     static void setSink(Handle<LogSink> sink);
