@@ -100,7 +100,8 @@ void XmlLocaleImpl::applyProperty(const XmlElement& property)
         return;
     }
     if (!applyScalar(name, property) && !applyList(name, property)) {
-        VEL_LOG(kLogWarning, Message::text(L"Unknown property: %1").insert(1, property.toXmlText()));
+        VEL_LOG(kLogWarning,
+                Message::text(L"Unknown property: %1").insert(1, property.toXmlText(Logger::kLongestInsert + 1)));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "vel/xml/xmldocument.h"
 
+#include <optional>
 #include <utility>
 
 #include "vel/core/assertion.h"
@@ -17,6 +18,7 @@ using xml_details::XmlTreeBuilder;
 struct XmlDocument::Storage
 {
     xml_details::XmlMemory m_tMemory;
+    std::optional<XmlRemark> m_tEncodingRemark;
 
     explicit Storage(std::size_t nBytes) : m_tMemory(nBytes) {}
 };
@@ -55,6 +57,7 @@ XmlDocument XmlDocument::read(const String& name, const XmlLimits& limits, Fill 
     document.m_pStorage = std::make_unique<Storage>(source.text().size());
     XmlTreeBuilder builder(parser.get(), source, limits, name, document.m_pStorage->m_tMemory);
     document.m_pRoot = builder.build();
+    document.m_pStorage->m_tEncodingRemark = std::move(builder.encodingRemark());
     return document;
 }
 
@@ -67,6 +70,11 @@ std::vector<NonOwningPtr<const XmlElement>> XmlDocument::select(const XmlPath& p
 {
     const auto* root = m_pRoot == nullptr ? nullptr : &xml_details::XmlElementNode::of(*m_pRoot);
     return xml_details::selectAmong(root, path, XmlElement::kNoLimit);
+}
+
+const XmlRemark* XmlDocument::encodingRemark() const noexcept
+{
+    return m_pStorage == nullptr || !m_pStorage->m_tEncodingRemark ? nullptr : &*m_pStorage->m_tEncodingRemark;
 }
 
 std::size_t XmlDocument::memoryUsed() const noexcept

@@ -8,15 +8,16 @@ namespace vel {
 using xml_details::XmlAttribute;
 using xml_details::XmlElementNode;
 using xml_details::XmlName;
+using xml_details::XmlNameKind;
 
 namespace {
 
-const XmlAttribute* findAttribute(const XmlElementNode& node, std::wstring_view localName) noexcept
+const XmlAttribute* findAttribute(const XmlElementNode& node, std::wstring_view localName, XmlNameKind kind) noexcept
 {
     const XmlAttribute* const attributes = node.attributes();
     for (std::uint32_t i = 0; i < node.m_nAttributes; ++i) {
         const XmlName& name = *attributes[i].m_pName;
-        if (name.m_sLocal == localName && !name.m_bNamespace) {
+        if (name.m_sLocal == localName && name.m_eKind == kind) {
             return &attributes[i];
         }
     }
@@ -57,7 +58,8 @@ private:
     bool matchesPredicates(const XmlElementNode& node) const noexcept
     {
         for (const XmlPath::Predicate& predicate : m_pStep->m_tPredicates) {
-            const XmlAttribute* const attribute = findAttribute(node, predicate.m_sAttribute.view());
+            const XmlAttribute* const attribute =
+                findAttribute(node, predicate.m_sAttribute.view(), xml_details::kUnprefixedName);
             if (attribute == nullptr || attribute->m_sValue != predicate.m_sValue.view()) {
                 return false;
             }
@@ -83,15 +85,21 @@ std::wstring_view XmlElement::qualifiedName() const noexcept
     return XmlElementNode::of(*this).m_pName->m_sQualified;
 }
 
-std::wstring_view XmlElement::attribute(std::wstring_view localName) const noexcept
+std::wstring_view XmlElement::attribute(std::wstring_view name) const noexcept
 {
-    const XmlAttribute* const found = findAttribute(XmlElementNode::of(*this), localName);
+    const XmlAttribute* const found = findAttribute(XmlElementNode::of(*this), name, xml_details::kUnprefixedName);
     return found == nullptr ? std::wstring_view() : found->m_sValue;
 }
 
-bool XmlElement::hasAttribute(std::wstring_view localName) const noexcept
+bool XmlElement::hasAttribute(std::wstring_view name) const noexcept
 {
-    return findAttribute(XmlElementNode::of(*this), localName) != nullptr;
+    return findAttribute(XmlElementNode::of(*this), name, xml_details::kUnprefixedName) != nullptr;
+}
+
+std::wstring_view XmlElement::prefixedAttribute(std::wstring_view localName) const noexcept
+{
+    const XmlAttribute* const found = findAttribute(XmlElementNode::of(*this), localName, xml_details::kPrefixedName);
+    return found == nullptr ? std::wstring_view() : found->m_pName->m_sQualified;
 }
 
 String XmlElement::innerText() const

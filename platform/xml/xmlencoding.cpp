@@ -130,14 +130,20 @@ bool agreesWith(XmlEncoding encoding, std::string_view declared) noexcept
     }
 }
 
+bool hasMark(XmlEncoding encoding) noexcept
+{
+    return encoding == kUtf8WithMark || encoding == kUtf16LittleEndian || encoding == kUtf16BigEndian;
+}
+
 String contradictionText(XmlEncoding encoding, std::string_view declared)
 {
     String text(L"the encoding declaration says \"");
     text += stringFromUtf8(declared).value_or(String());
     text += L"\", but the file ";
-    text += encoding == kUtf8 ? L"has no byte-order mark and is read as " : L"has the byte-order mark of ";
+    text += hasMark(encoding) ? L"has the byte-order mark of " : L"has no byte-order mark and is read as ";
     text += nameOf(encoding);
-    text += L": save the file as UTF-8 or remove the encoding declaration";
+    text += hasMark(encoding) ? L", which decides: remove the encoding declaration"
+                              : L": save the file as UTF-8 or remove the encoding declaration";
     return text;
 }
 

@@ -32,7 +32,11 @@ const wchar_t* appendUtf16AsUtf8(std::string_view bytes, XmlEncoding encoding, s
 /// Whether a document in that encoding may declare to be in `declared`. Compared without case.
 bool agreesWith(XmlEncoding encoding, std::string_view declared) noexcept;
 
-/// The error text for a declaration that does not agree.
+/// Whether the bytes themselves say what they are; a declaration then cannot.
+bool hasMark(XmlEncoding encoding) noexcept;
+
+/// What is wrong with a declaration that does not agree, and how to mend it: an error without a byte-order mark, a
+/// remark with one.
 String contradictionText(XmlEncoding encoding, std::string_view declared);
 
 }  // namespace vel::xml_details

@@ -8,6 +8,18 @@
 
 namespace vel::xml_details {
 
+namespace {
+
+XmlNameKind kindOf(std::wstring_view qualified) noexcept
+{
+    if (qualified == L"xmlns" || qualified.starts_with(L"xmlns:")) {
+        return kNamespaceDeclaration;
+    }
+    return qualified.find(L':') == qualified.npos ? kUnprefixedName : kPrefixedName;
+}
+
+}  // namespace
+
 const XmlName* XmlNames::lookUp(const char* utf8)
 {
     const std::string_view name(utf8);
@@ -38,8 +50,7 @@ const XmlName* XmlNames::create(const char* utf8, std::size_t size)
     const std::wstring_view qualified(wide, widen(bytes, size, wide));
     m_tArena.commitText(qualified.size());
     const std::wstring_view local = qualified.substr(qualified.rfind(L':') + 1);
-    const bool isNamespace = qualified == L"xmlns" || qualified.starts_with(L"xmlns:");
-    return new (m_tArena.allocate(sizeof(XmlName))) XmlName{qualified, local, bytes, size, isNamespace};
+    return new (m_tArena.allocate(sizeof(XmlName))) XmlName{qualified, local, bytes, size, kindOf(qualified)};
 }
 
 void XmlNames::grow()

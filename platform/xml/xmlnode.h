@@ -10,6 +10,14 @@
 
 namespace vel::xml_details {
 
+/// What a name is where it is that of an attribute.
+enum XmlNameKind
+{
+    kUnprefixedName,
+    kPrefixedName,         ///< "xsi:type": of another vocabulary, whatever follows the colon
+    kNamespaceDeclaration  ///< "xmlns" or "xmlns:..."
+};
+
 /// A name as the document writes it. Equal names usually, but not always, are one object.
 struct XmlName
 {
@@ -17,7 +25,7 @@ struct XmlName
     std::wstring_view m_sLocal;  ///< what follows the last colon
     const char* m_pUtf8;         ///< the qualified one, zero-terminated
     std::size_t m_nUtf8Size;
-    bool m_bNamespace;  ///< "xmlns" or "xmlns:...": as an attribute, a namespace declaration
+    XmlNameKind m_eKind;
 };
 
 struct XmlAttribute

@@ -1,7 +1,6 @@
 #include "xmltreebuilder.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -11,22 +10,6 @@
 #include "xmlwiden.h"
 
 namespace vel::xml_details {
-
-namespace {
-
-/// Where the parser stands, negative when it does not know. Newer versions of expat have a function of another name for
-/// that, and say that the older one must go; the template lets either be there alone.
-template <typename Parser>
-std::int64_t byteIndexOf(Parser parser) noexcept
-{
-    if constexpr (requires { XML_GetCurrentByteIndex64(parser); }) {
-        return XML_GetCurrentByteIndex64(parser);
-    } else {
-        return XML_GetCurrentByteIndex(parser);
-    }
-}
-
-}  // namespace
 
 XmlTreeBuilder::XmlTreeBuilder(XML_Parser parser, const XmlSource& source, const XmlLimits& limits, const String& name,
                                XmlMemory& memory)
@@ -191,14 +174,21 @@ void XmlTreeBuilder::end() noexcept
     --m_nDepth;
 }
 
-void XmlTreeBuilder::checkDeclaration(const XML_Char* version, const XML_Char* encoding) const
+/// The bytes say what they are in where they begin with a mark; a declaration cannot make them anything else.
+void XmlTreeBuilder::checkDeclaration(const XML_Char* version, const XML_Char* encoding)
 {
     if (version != nullptr && std::string_view(version) != "1.0") {
         throwAt(currentOffset(), L"only XML 1.0 is read: change the XML declaration to version=\"1.0\"");
     }
-    if (encoding != nullptr && !agreesWith(m_tSource.encoding(), encoding)) {
-        throwAt(currentOffset(), contradictionText(m_tSource.encoding(), encoding));
+    if (encoding == nullptr || agreesWith(m_tSource.encoding(), encoding)) {
+        return;
     }
+    const String problem = contradictionText(m_tSource.encoding(), encoding);
+    if (!hasMark(m_tSource.encoding())) {
+        throwAt(currentOffset(), problem);
+    }
+    const XmlPlace place = placeOf(m_tSource.text(), currentOffset());
+    m_tEncodingRemark = XmlRemark{place.m_nLine, place.m_nColumn, problem};
 }
 
 void XmlTreeBuilder::throwParserError() const
@@ -220,7 +210,7 @@ void XmlTreeBuilder::throwAt(std::size_t offset, const String& problem) const
 
 std::size_t XmlTreeBuilder::currentOffset() const noexcept
 {
-    const std::int64_t index = byteIndexOf(m_hParser);
+    const XML_Index index = XML_GetCurrentByteIndex(m_hParser);
     return index < 0 ? 0 : std::min(static_cast<std::size_t>(index), m_tSource.text().size());
 }
 

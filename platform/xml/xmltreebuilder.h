@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <optional>
 #include <string_view>
 
 #include "vel/xml/xmldocument.h"
@@ -24,6 +25,8 @@ public:
 
     /// The root element. Throws XmlException and std::bad_alloc.
     const XmlElement* build();
+    /// What is wrong with the encoding declaration of a document that was built all the same.
+    std::optional<XmlRemark>& encodingRemark() noexcept { return m_tEncodingRemark; }
 
 private:
     static void XMLCALL onStart(void* user, const XML_Char* name, const XML_Char** attributes);
@@ -40,7 +43,7 @@ private:
     XmlElementNode* createNode(const XmlPlace& place, const XML_Char** attributes);
     void link(XmlElementNode* node) noexcept;
     void end() noexcept;
-    void checkDeclaration(const XML_Char* version, const XML_Char* encoding) const;
+    void checkDeclaration(const XML_Char* version, const XML_Char* encoding);
     [[noreturn]] void throwParserError() const;
     [[noreturn]] void throwAt(std::size_t offset, const String& problem) const;
     std::size_t currentOffset() const noexcept;
@@ -61,6 +64,7 @@ private:
     std::size_t m_nDepth = 0;
     bool m_bStopped = false;
     std::exception_ptr m_tFailure;
+    std::optional<XmlRemark> m_tEncodingRemark;
 };
 
 }  // namespace vel::xml_details

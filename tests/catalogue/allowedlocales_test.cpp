@@ -121,6 +121,37 @@ TEST_F(AllowedLocales, AListsFileChoosesByItsListSupported)
     EXPECT_THAT(keysOfAllowed(m_tCatalogue.lookup()), ElementsAre("de-de", "FR-FR")) << "as the lists file spells them";
 }
 
+TEST_F(AllowedLocales, PrefixedAttributesOfAListsFileAreNone)
+{
+    allowByFile(
+        "<l><localeList x:name=\"supported\"><localeDefinition name=\"en-us\"/></localeList>"
+        "<localeList x:name=\"other\" name=\"supported\"><localeDefinition x:name=\"en-us\"/>"
+        "<localeDefinition x:name=\"en-us\" name=\"fr-fr\"/></localeList></l>");
+    EXPECT_THAT(m_tCatalogue.allowedNames(), ElementsAre(String(L"fr-fr")));
+}
+
+/// A host's reader: all that it has to tell are strings.
+class HostReader final : public vel::ConfigReader
+{
+public:
+    explicit HostReader(const String& listsFile) : m_sListsFile(listsFile) {}
+    String getString(const String& key, const String& defaultValue) const override
+    {
+        return key == L"Localization/AllowedLocalesFile" ? m_sListsFile : defaultValue;
+    }
+
+private:
+    String m_sListsFile;
+};
+
+TEST_F(AllowedLocales, AReaderOfStringsIsEnough)
+{
+    const String file = m_tCatalogue.write(
+        "<l><localeList name=\"supported\"><localeDefinition name=\"fr-fr\"/></localeList></l>", "host.xml");
+    m_tCatalogue.lookup().loadConfig(*vel::makeHandle<HostReader>(file), vel::kConfigReload);
+    EXPECT_THAT(m_tCatalogue.allowedNames(), ElementsAre(String(L"fr-fr")));
+}
+
 TEST_F(AllowedLocales, ANameInAListIsNotTrimmed)
 {
     allowByFile("<l><localeList name=\"supported\"><localeDefinition name=\" en-us\"/></localeList></l>");

@@ -40,6 +40,20 @@ TEST(CatalogueDefinitions, TheSecondOfTwoSpellingsReplacesTheValueOfOneEntry)
     }
 }
 
+TEST(CatalogueDefinitions, PrefixedAttributesAreNone)
+{
+    const Catalogue catalogue;
+    catalogue.load("<localeDefinition xsi:name=\"other\" name=\"en-x\" x:basedOn=\"de-de\">" + property("am", "a") +
+                       "</localeDefinition><localeDefinition name=\"fr-x\" basedOn=\"en-x\" x:basedOn=\"no\">"
+                       "<property x:name=\"am\">b</property><property x:name=\"am\" name=\"pm\">c</property>"
+                       "</localeDefinition>",
+                   L"en-x,fr-x,other");
+    EXPECT_THAT(catalogue.allowedNames(), ElementsAre(String(L"en-x"), String(L"fr-x")));
+    EXPECT_EQ(String(L"a"), amOf(catalogue, L"en-x"));
+    EXPECT_EQ(String(L"a"), amOf(catalogue, L"fr-x"));
+    EXPECT_EQ(String(L"c"), catalogue.find(L"fr-x").getInfoAsString(Locale::kPM));
+}
+
 TEST(CatalogueDefinitions, ADerivedDefinitionInheritsWhatItDoesNotName)
 {
     const Catalogue catalogue;

@@ -45,7 +45,10 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"tag='t'", L""}, Row{"tag='' type='local'", L""}, Row{"type='local'", L""}, Row{"", L""},
                     Row{"Tag='t' type='local'", L""}, Row{"tag='t' Type='local'", L""},
                     Row{"tag=' ' type='local'", L" |local||$#|-1||display,thousands|minus|minus=-$#;parens=($#);||"},
-                    Row{"x:tag='t' xmlns:x='u' type='local'", kPlain}));
+                    // Attributes of other vocabularies are ignored, wherever they stand.
+                    Row{"x:tag='t' type='local'", L""}, Row{"tag='t' x:type='local'", L""},
+                    Row{"xsi:type='x' tag='t' type='local'", kPlain},
+                    Row{"tag='t' type='local' xsi:type='international' x:tag='u' x:symbol='s'", kPlain}));
 
 INSTANTIATE_TEST_SUITE_P(
     Texts, CurrencyAttributes,

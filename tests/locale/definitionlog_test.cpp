@@ -39,6 +39,18 @@ TEST(LocaleDefinitionLog, ABadDateOrderIsNamed)
     EXPECT_THAT(warningsOf(property("dateOrder", "")), testing::ElementsAre(String(L"Invalid date order string ''.")));
 }
 
+TEST(LocaleDefinitionLog, OfALongTextTheFrontIsShown)
+{
+    const std::string text(5000, 'x');
+    const std::wstring shown(vel::Logger::kLongestInsert, L'x');
+    const std::wstring element = L"<property name=\"nope\">" + shown;
+    EXPECT_THAT(
+        warningsOf(property("dateOrder", text) + property("firstDayOfWeek", "9" + text) + property("nope", text)),
+        testing::ElementsAre(String(L"Invalid date order string '" + shown + L"...'."),
+                             String(L"Invalid first day of week: 9" + shown.substr(1) + L"..."),
+                             String(L"Unknown property: " + element.substr(0, shown.size()) + L"...")));
+}
+
 TEST(LocaleDefinitionLog, PerCentSignsOfABadValueAreShownAsTheyAre)
 {
     EXPECT_THAT(warningsOf(property("dateOrder", "%1 100%% %") + property("firstDayOfWeek", "9%%")),

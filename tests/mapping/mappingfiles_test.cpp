@@ -26,6 +26,18 @@ TEST(MappingFiles, OnlyTheMappingOfTheHeaderCounts)
     EXPECT_EQ(String(L"USA"), mapping.map(L"fr"));
 }
 
+TEST(MappingFiles, PrefixedAttributesAreNone)
+{
+    MappingOnCatalogue mapping;
+    mapping.loadFile("<any><localeMapping x:name=\"httpAcceptLanguage\"><choose>" + kGerman +
+                     "</choose></localeMapping><localeMapping x:name=\"a\" name=\"httpAcceptLanguage\"><choose>"
+                     "<when x:matches=\"a\" matches=\"b\"><localeDefinition x:name=\"de-de\" name=\"fr-fr\"/></when>"
+                     "<when matches=\"c\"><localeDefinition x:name=\"de-de\"/></when></choose></localeMapping></any>");
+    EXPECT_EQ(String(L"USA"), mapping.map(L"a"));
+    EXPECT_EQ(String(L"fr-fr"), mapping.map(L"b"));
+    EXPECT_EQ(String(L"USA"), mapping.map(L"c"));
+}
+
 TEST(MappingFiles, RulesOfSeveralMappingsAndChoicesFollowEachOther)
 {
     MappingOnCatalogue mapping;

@@ -126,7 +126,8 @@ TEST(MessageTable, ALaterMessageReplacesAnEarlierOne)
 TEST(MessageTable, NamesAreLocalNamesAndTheRootHasAny)
 {
     const Handle<MessageTable> table =
-        tableOf("<p:any xmlns:p='urn:p'><p:message p:key='a'>1</p:message><Message key='b'>2</Message></p:any>");
+        tableOf("<p:any xmlns:p='urn:p'><p:message p:key='c' key='a'>1</p:message><Message key='b'>2</Message>"
+                "<message p:key='d'>3</message></p:any>");
     EXPECT_EQ(table->lookUp(L"a"), text(L"1"));
     EXPECT_EQ(table->size(), 1U);
 }

@@ -64,25 +64,48 @@ TEST(XmlEncoding, NamesMayBeOutsideAscii)
 struct Row
 {
     const wchar_t* m_pDeclared;
-    bool m_aAccepted[4];  // in the order of Form
+    bool m_aAgrees[4];  // in the order of Form
 };
+
+const wchar_t* const kNames[] = {L"", L"UTF-8", L"UTF-16LE", L"UTF-16BE"};
 
 class Declaration : public testing::TestWithParam<Row>
 {};
 
-TEST_P(Declaration, MustAgreeWithTheForm)
+std::wstring declaring(const Row& row)
+{
+    return std::wstring(L"<?xml version='1.0' encoding='") + row.m_pDeclared + L"'?>\n<a v='\u00E9'>\u20AC</a>";
+}
+
+TEST_P(Declaration, WithoutAMarkMustAgree)
 {
     const Row& row = GetParam();
-    const std::wstring text = std::wstring(L"<?xml version='1.0' encoding='") + row.m_pDeclared + L"'?><a/>";
-    for (const Form form : {kPlain, kUtf8Mark, kLittle, kBig}) {
-        const xmltest::Refusal refusal = refusalOf(bytesOf(text, form));
-        EXPECT_EQ(refusal.m_sProblem.empty(), row.m_aAccepted[form]) << form << refusal.m_sProblem;
-        if (!row.m_aAccepted[form]) {
-            EXPECT_EQ(refusal.m_nLine, 1U);
-            EXPECT_EQ(refusal.m_nColumn, 1U);
-            EXPECT_NE(refusal.m_sProblem.find('"' + vel::toUtf8Lossy(row.m_pDeclared) + '"'), std::string::npos);
-            EXPECT_NE(refusal.m_sProblem.find("save the file as UTF-8 or remove the encoding declaration"),
-                      std::string::npos);
+    const xmltest::Refusal refusal = refusalOf(bytesOf(declaring(row), kPlain));
+    EXPECT_EQ(refusal.m_sProblem.empty(), row.m_aAgrees[kPlain]) << refusal.m_sProblem;
+    if (!row.m_aAgrees[kPlain]) {
+        EXPECT_EQ(refusal.m_nLine, 1U);
+        EXPECT_EQ(refusal.m_nColumn, 1U);
+        EXPECT_NE(refusal.m_sProblem.find('"' + vel::toUtf8Lossy(row.m_pDeclared) + '"'), std::string::npos);
+        EXPECT_NE(refusal.m_sProblem.find("save the file as UTF-8 or remove the encoding declaration"),
+                  std::string::npos);
+    }
+}
+
+TEST_P(Declaration, OtherThanTheMarkIsReadAsTheMarkSaysAndRemarked)
+{
+    const Row& row = GetParam();
+    for (const Form form : {kUtf8Mark, kLittle, kBig}) {
+        const XmlDocument document = XmlDocument::parse(bytesOf(declaring(row), form));
+        EXPECT_EQ(document.root().innerTextView(), L"\u20AC") << form;
+        EXPECT_EQ(document.root().attribute(L"v"), L"\u00E9") << form;
+        const vel::XmlRemark* const remark = document.encodingRemark();
+        ASSERT_EQ(remark == nullptr, row.m_aAgrees[form]) << form;
+        if (remark != nullptr) {
+            EXPECT_EQ(remark->m_nLine, 1U);
+            EXPECT_EQ(remark->m_nColumn, 1U);
+            EXPECT_EQ(remark->m_sText.standard(), std::wstring(L"the encoding declaration says \"") + row.m_pDeclared +
+                                                      L"\", but the file has the byte-order mark of " + kNames[form] +
+                                                      L", which decides: remove the encoding declaration");
         }
     }
 }
@@ -98,6 +121,16 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{L"ISO-8859-1", {false, false, false, false}},
                     Row{L"windows-1252", {false, false, false, false}}, Row{L"UTF-80", {false, false, false, false}},
                     Row{L"UTF-", {false, false, false, false}}));
+
+TEST(XmlEncoding, ADocumentKeepsItsRemarkWhenItMoves)
+{
+    XmlDocument document = XmlDocument::parse("\xEF\xBB\xBF<?xml version='1.0' encoding='koi8-r'?><a/>");
+    ASSERT_NE(document.encodingRemark(), nullptr);
+    const XmlDocument moved = std::move(document);
+    ASSERT_NE(moved.encodingRemark(), nullptr);
+    EXPECT_EQ(XmlDocument().encodingRemark(), nullptr);
+    EXPECT_EQ(XmlDocument::parse("<a/>").encodingRemark(), nullptr);
+}
 
 TEST(XmlEncoding, DeclarationWithoutEncodingFitsEveryForm)
 {

@@ -84,7 +84,8 @@ TEST(XmlFile, PathsThatCannotBeOpenedAreRefused)
 TEST(XmlFile, PathsThatNoFileHasAreRefused)
 {
     const std::wstring zero(L"/tmp/a\0b", 8);
-    EXPECT_EQ(messageOf(FilePath(String(std::wstring_view(L"/tmp/\xD800", 6)))).substr(0, 12), ":0:0: error:");
+    const std::wstring surrogate(L"/tmp/\xD800", 6);
+    EXPECT_EQ(messageOf(FilePath(String(std::wstring_view(surrogate)))).substr(0, 12), ":0:0: error:");
     EXPECT_THROW(XmlDocument::load(FilePath(String(std::wstring_view(zero)))), XmlException);
 }
 

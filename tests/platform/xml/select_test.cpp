@@ -9,7 +9,7 @@ using vel::XmlPath;
 
 constexpr const char* kBytes =
     "<root id='0'>"
-    "<list name='one'><item id='1'/><other><item id='no'/></other><v:item v:id='2'/></list>"
+    "<list name='one'><item id='1'/><other><item id='no'/></other><v:item v:id='9' id='2'/></list>"
     "<item id='3'><item id='4'/></item>"
     "<list name='two' kind='x'><item id='5' kind='x'/></list>"
     "<list/>"
@@ -53,8 +53,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{L"list[@kind='x'][@name='one']/item", L"7;8;"},
                     Row{L"list[@name='one'][@name='two']/item", L""}, Row{L"list/item[@kind='x']", L"5;8;"},
                     Row{L"list[@kind='x']/item[@kind='x']", L"5;8;"}, Row{L"list/item[@kind='']", L"7;"},
-                    Row{L"list/item[@id='2']", L"2;"}, Row{L"list[@none='']", L""}, Row{L"none/item", L""},
-                    Row{L"list[@name='two']/item[@id='5'][@kind='x']", L"5;"}));
+                    Row{L"list/item[@id='2']", L"2;"}, Row{L"list/item[@id='9']", L""}, Row{L"list[@none='']", L""},
+                    Row{L"none/item", L""}, Row{L"list[@name='two']/item[@id='5'][@kind='x']", L"5;"}));
 
 TEST(Select, StopsAtTheLimit)
 {

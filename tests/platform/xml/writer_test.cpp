@@ -52,6 +52,27 @@ TEST(Written, CanStartAtAnyElement)
     EXPECT_EQ(b.nextSibling()->nextSibling()->toXmlText(), L"<e>5</e>");
 }
 
+TEST(Written, CutAtAnyLengthIsTheFrontOfTheWhole)
+{
+    const XmlDocument document =
+        XmlDocument::parse("<p:a x='1&amp;2' y=''>t&lt;ext<b>&gt;<c/></b> <d e='&quot;'/>more</p:a>");
+    const std::wstring whole = document.root().toXmlText().standard();
+    for (std::size_t length = 0; length <= whole.size() + 2; ++length) {
+        EXPECT_EQ(document.root().toXmlText(length).standard(), whole.substr(0, length)) << length;
+    }
+}
+
+TEST(Written, OfALargeElementOnlyWhatIsWantedIsMade)
+{
+    const std::string megabyte(1 << 20, 'm');
+    const XmlDocument document = XmlDocument::parse("<" + megabyte + " " + megabyte + "='" + megabyte + "'>" +
+                                                    megabyte + "<b/></" + megabyte + ">");
+    const vel::String written = document.root().toXmlText(10);
+    EXPECT_EQ(written, L"<mmmmmmmmm");
+    // Names, values and text are cut before they are copied.
+    EXPECT_LT(written.standard().capacity(), std::size_t{1000});
+}
+
 TEST(Written, EveryCharacterOfXmlSurvives)
 {
     // Every character that XML 1.0 allows, in text and in an attribute's value.

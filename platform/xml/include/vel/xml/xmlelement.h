@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <string_view>
@@ -17,7 +18,8 @@ class XmlPath;
 /// An element of a loaded document. It lives in its document's memory, is never copied, and is immutable: reading is
 /// safe from any thread while the document lives. Views it returns refer to that memory.
 ///
-/// Elements and attributes match by local name: "vell:property" is a "property". Nothing here recurses over the input.
+/// Elements match by local name: "vell:property" is a "property". An attribute matches without a prefix only: one such
+/// as "xsi:type" is of another vocabulary and is no "type". Nothing here recurses over the input.
 class WEBI18N_API XmlElement
 {
 public:
@@ -29,10 +31,15 @@ public:
     /// As written, with its prefix.
     std::wstring_view qualifiedName() const noexcept;
 
-    /// The value of the attribute of that local name; empty when absent. Namespace declarations are not attributes
-    /// here.
-    std::wstring_view attribute(std::wstring_view localName) const noexcept;
-    bool hasAttribute(std::wstring_view localName) const noexcept;
+    /// The value of the attribute of that name; empty when absent. Namespace declarations are not attributes here.
+    ///
+    ///     <a xsi:type="x" type="y"/>  attribute(L"type") -> "y"
+    ///     <a xsi:type="x"/>           attribute(L"type") -> ""
+    std::wstring_view attribute(std::wstring_view name) const noexcept;
+    bool hasAttribute(std::wstring_view name) const noexcept;
+    /// The name, as written, of the first attribute that has a prefix before that local name; empty when there is none.
+    /// For those who tell people that it is not read.
+    std::wstring_view prefixedAttribute(std::wstring_view localName) const noexcept;
 
     /// The text of the element and its descendants, concatenated in document order, white space kept.
     String innerText() const;
@@ -53,10 +60,11 @@ public:
     std::vector<NonOwningPtr<const XmlElement>> select(const XmlPath& path, std::size_t limit = kNoLimit) const;
 
     /// The element written out as XML text that parses back to the same tree: names with prefixes, attributes and
-    /// namespace declarations as they stand on it, text escaped.
+    /// namespace declarations as they stand on it, text escaped. Of a text longer than `longest` characters, that many;
+    /// no more than those are made.
     ///
     ///     <a x='1'>5 &lt; 6<b/></a>  ->  <a x="1">5 &lt; 6<b/></a>
-    String toXmlText() const;
+    String toXmlText(std::size_t longest = kNoLimit) const;
 
     /// Where its start tag begins: line and column in characters, both from 1.
     std::uint32_t line() const noexcept;
