@@ -71,6 +71,9 @@ void checkCaption(const Currency& currency, const Handle<const MessageTable>& ta
     currency.getResolvedCurrencyDisplayMessage(table, caption);
     currency.getResolvedCurrencyDisplayName(table, name);
     require(caption.asMessage() != nullptr && name.asMessage() != nullptr);
+    GDVariant ownName;
+    currency.getDisplayName(ownName);
+    require(name == ownName || name == caption);
     static_cast<void>(formatter.format(*name.asMessage()));
     GDVariant own;
     currency.getDisplayMessage(own);

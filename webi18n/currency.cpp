@@ -1,9 +1,12 @@
 #include "webi18n/currency.h"
 
+#include <utility>
+
+#include "captionmemory.h"
 #include "i18nmessages.h"
+#include "localetaglookupstate.h"
 #include "vel/core/message.h"
 #include "vel/core/staticinit.h"
-#include "webi18n/localetaglookup.h"
 
 namespace vel {
 
@@ -31,7 +34,7 @@ void Currency::setSymbol(String symbol)
 Currency* Currency::clone() const
 {
     Currency* const copy = new Currency(*this);
-    copy->m_nCaptionStamp = 0;  // it may be changed
+    copy->m_hCaptions = {};  // it may be changed
     return copy;
 }
 
@@ -47,14 +50,18 @@ void Currency::getDisplayName(GDVariantBase& out) const
 
 namespace {
 
-/// Assigns what the currency's own message is in `messages`; false, and perhaps nothing assigned, when that is nothing.
+/// Assigns what the currency's own message is in `messages`; false, and nothing assigned, when that is nothing.
 bool resolve(const GDVariant& own, const Handle<const MessageTable>& messages, GDVariant& out)
 {
     if (own.isUndefinedOrNull()) {
         return false;
     }
-    out = messages.isNull() ? own : messages->resolveReferences(own);
-    return !out.isUndefinedOrNull();
+    GDVariant resolved = messages.isNull() ? own : messages->resolveReferences(own);
+    if (resolved.isUndefinedOrNull()) {
+        return false;
+    }
+    out = std::move(resolved);
+    return true;
 }
 
 }  // namespace
@@ -75,7 +82,9 @@ void Currency::getResolvedCurrencyDisplayMessage(const Handle<const MessageTable
 void Currency::getResolvedCurrencyDisplayName(const Handle<const MessageTable>& messages,
                                               GDAdjustableSizeVariant<16>& out) const
 {
-    if (!resolve(m_tDisplayName, messages, out)) {
+    if (resolve(m_tDisplayName, messages, out)) {
+        out = m_tDisplayName;  // not what it is resolved to: unlike a caption, a name stays a reference
+    } else {
         getResolvedCurrencyDisplayMessage(messages, out);
     }
 }
@@ -84,18 +93,16 @@ void Currency::getResolvedCurrencyDisplayName(const Handle<const MessageTable>& 
 void Currency::captionOfLocale(const Handle<const MessageTable>& messages, GDAdjustableSizeVariant<16>& out) const
 {
     const LocaleTagLookup& locales = LocaleTagLookup::getInstance();
-    if (messages.isNull()) {
+    if (messages.isNull() || m_hCaptions.isNull()) {
         out = buildCaptionOfLocale(locales, messages);
         return;
     }
-    const KeptValues::Key key{m_nCaptionStamp, locales.stampOfSupported()};
-    KeptValues& captions = messages.get()->kept();
-    if (const GDVariant* const kept = captions.find(key); kept != nullptr) {
-        out = *kept;
-        return;
+    const i18n_details::CaptionMemory::Key key{messages.get()->version(),
+                                               locales.m_pState->m_tSupportedLocales.version()};
+    if (!m_hCaptions.get()->find(key, out)) {
+        out = buildCaptionOfLocale(locales, messages);
+        m_hCaptions.get()->keep(key, out);
     }
-    out = buildCaptionOfLocale(locales, messages);
-    captions.keep(key, out);
 }
 
 GDVariant Currency::buildCaptionOfLocale(const LocaleTagLookup& locales,

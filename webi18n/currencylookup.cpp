@@ -3,9 +3,10 @@
 #include <cwchar>
 #include <memory>
 #include <optional>
+#include <utility>
 
+#include "captionmemory.h"
 #include "vel/core/message.h"
-#include "vel/core/stamp.h"
 #include "vel/core/staticinit.h"
 #include "vel/core/texthash.h"
 #include "vel/log/logger.h"
@@ -49,6 +50,13 @@ bool booleanAttribute(const XmlElement& element, const wchar_t* name, bool defau
     return text == L"false" || text == L"0" ? false : defaultValue;
 }
 
+/// The number at the front of the text; 0 when there is none, or none that the record can hold.
+std::int32_t digitsOf(const String& text)
+{
+    const long number = std::wcstol(text.c_str(), nullptr, 10);
+    return std::in_range<std::int32_t>(number) ? static_cast<std::int32_t>(number) : 0;
+}
+
 std::optional<Currency::Type> typeOf(const String& text)
 {
     if (text.equalsNoCase(ksLocal)) {
@@ -82,8 +90,8 @@ Handle<const Currency> CurrencyReader::read(const XmlElement& element)
     const String tag = attributeOf(element, L"tag");
     const String type = attributeOf(element, L"type");
     if (tag.isEmpty() || type.isEmpty()) {
-        VEL_LOG(kLogWarning,
-                Message::text(L"Skipping element with blank tag or type: %1").insert(1, element.toXmlText()));
+        VEL_LOG(kLogWarning, Message::text(L"Skipping element with blank tag or type: %1")
+                                 .insert(1, element.toXmlText(Logger::kLongestInsert + 1)));
         return {};
     }
     const std::optional<Currency::Type> known = typeOf(type);
@@ -93,7 +101,9 @@ Handle<const Currency> CurrencyReader::read(const XmlElement& element)
     CurrencyReader reader(element);
     reader.m_hCurrency->m_sTag = tag;
     reader.m_hCurrency->m_eType = *known;
-    reader.m_hCurrency->m_nCaptionStamp = *known == Currency::kLocal ? newStamp() : 0;
+    if (*known == Currency::kLocal) {
+        reader.m_hCurrency->m_hCaptions = makeHandle<i18n_details::CaptionMemory>();
+    }
     reader.readTexts();
     reader.readNegativeFormats();
     reader.readCaptions();
@@ -111,7 +121,7 @@ void CurrencyReader::readTexts()
             currency.m_eType == Currency::kLocal ? ksLocalCurrencyFormat : ksInternationalCurrencyFormat;
     }
     const String digits = attributeOf(m_tElement, L"digits");
-    currency.m_nDigits = digits.isEmpty() ? -1 : static_cast<std::int32_t>(std::wcstol(digits.c_str(), nullptr, 10));
+    currency.m_nDigits = digits.isEmpty() ? -1 : digitsOf(digits);
     currency.m_bDisplay = booleanAttribute(m_tElement, ksDisplay, true);
     currency.m_bPlaceholder = booleanAttribute(m_tElement, L"placeholder", false);
     currency.m_bThousandsSeparator = booleanAttribute(m_tElement, L"thousandsSeparator", true);

@@ -141,11 +141,6 @@ const Locale* LocaleTagLookup::findSupported(const String& name) const noexcept
     return m_pState->m_tSupportedLocales.find(name.view());
 }
 
-std::uint64_t LocaleTagLookup::stampOfSupported() const noexcept
-{
-    return m_pState->m_tSupportedLocales.stamp();
-}
-
 void LocaleTagLookup::getSupportedLocales(std::vector<Locale>& out) const
 {
     const LocaleMap& supported = m_pState->m_tSupportedLocales.inOrder();

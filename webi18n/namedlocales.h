@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "vel/core/flatindex.h"
-#include "vel/core/stamp.h"
 #include "webi18n/localetaglookup.h"
 
 namespace vel::i18n_details {
@@ -29,15 +28,15 @@ public:
     /// Adds the locale or replaces that of an equal name. When it throws (memory), nothing has changed.
     void set(std::wstring_view name, const Locale& locale);
 
-    /// Names what is in it: another after every change, and never again the same.
-    std::uint64_t stamp() const noexcept { return m_nStamp; }
+    /// Names what is in it: another number after every change, which nothing else in the process has had.
+    std::uint64_t version() const noexcept { return m_nVersion; }
 
     const LocaleMap& inOrder() const noexcept { return m_tInOrder; }
     void swap(NamedLocales& other) noexcept
     {
         m_tInOrder.swap(other.m_tInOrder);
         m_tIndex.swap(other.m_tIndex);
-        std::swap(m_nStamp, other.m_nStamp);
+        std::swap(m_nVersion, other.m_nVersion);
     }
 
 private:
@@ -51,9 +50,11 @@ private:
         }
     };
 
+    static std::uint64_t newVersion() noexcept;
+
     LocaleMap m_tInOrder;
     FlatIndex<LocaleMap::value_type*> m_tIndex;
-    std::uint64_t m_nStamp = newStamp();
+    std::uint64_t m_nVersion = newVersion();
 };
 
 }  // namespace vel::i18n_details

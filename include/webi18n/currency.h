@@ -13,6 +13,10 @@ namespace vel {
 
 class LocaleTagLookup;
 
+namespace i18n_details {
+class CaptionMemory;
+}  // namespace i18n_details
+
 /// One currency as the currencies file defines it. Built and filled by CurrencyLookup, then shared by Handle and only
 /// read, from any thread; clone() gives a private copy to change.
 ///
@@ -48,6 +52,8 @@ public:
 
     /// A record without meaning until CurrencyLookup fills it.
     Currency();
+    // What is published stays as it is: only clone() copies.
+    Currency& operator=(const Currency&) = delete;
 
     const String& getCurrencySymbol() const noexcept { return m_sCurrencySymbol; }
     const String& getFormat() const noexcept { return m_sFormat; }
@@ -83,7 +89,8 @@ public:
     /// caption of its own stays a reference.
     void getResolvedCurrencyDisplayMessage(const Handle<const MessageTable>& messages,
                                            GDAdjustableSizeVariant<16>& out) const;
-    /// The name for people: its own, resolved in `messages`, else the caption.
+    /// The name for people: its own as it is, a reference that a formatter resolves, when `messages` has a text for it;
+    /// else the caption. `messages` may be null: then a name of its own is always taken.
     void getResolvedCurrencyDisplayName(const Handle<const MessageTable>& messages,
                                         GDAdjustableSizeVariant<16>& out) const;
 
@@ -114,8 +121,8 @@ private:
     // What captions without a message of their own are made of: the symbol, and the heading that it stands in.
     Message m_tSymbolText;
     Message m_tHeading;
-    // Under which message tables keep its caption; 0 for records that may change or soon go.
-    std::uint64_t m_nCaptionStamp = 0;
+    // The captions that it was asked for; none for records that may change.
+    Handle<i18n_details::CaptionMemory> m_hCaptions;
 };
 
 }  // namespace vel

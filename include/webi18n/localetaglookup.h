@@ -104,8 +104,6 @@ private:
 
     /// The allowed locale of that name, or null. Valid until the catalogue changes.
     const Locale* findSupported(const String& name) const noexcept;
-    /// Names the allowed locales as they are now: another number after every change.
-    std::uint64_t stampOfSupported() const noexcept;
 
     Config<LocaleTagLookup> m_tConfig;
     std::unique_ptr<LocaleTagLookupState> m_pState;

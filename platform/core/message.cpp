@@ -101,15 +101,30 @@ Node::~Node() = default;
 
 std::wstring_view Node::plainTextOf(const Message& value) noexcept
 {
-    return value.isPlainText() ? value.keyOrText().view() : std::wstring_view();
+    return value.plainText();
 }
 
-Root::Root(String keyOrText, bool external)
+namespace {
+
+/// The pieces of a pattern as they stand in it: inserts as they are written, of "%%" one sign.
+String filledWithNothing(std::wstring_view pattern, const std::vector<Piece>& pieces)
+{
+    String filled;
+    for (const Piece& each : pieces) {
+        filled.append(pattern.substr(each.m_nStart, each.m_nLength));
+    }
+    return filled;
+}
+
+}  // namespace
+
+Root::Root(String keyOrText, RootKind kind)
     : Node(*this),
       m_sKeyOrText(std::move(keyOrText)),
       m_nHash(hashText(m_sKeyOrText.view())),
-      m_bExternal(external),
-      m_vPieces(external ? std::vector<Piece>() : PatternReader(m_sKeyOrText.view()).read())
+      m_eKind(kind),
+      m_vPieces(kind == kExternalKey ? std::vector<Piece>() : PatternReader(m_sKeyOrText.view()).read()),
+      m_sFilled(kind == kPattern ? filledWithNothing(m_sKeyOrText.view(), m_vPieces) : String())
 {}
 
 Root::~Root() = default;
@@ -121,12 +136,19 @@ using message_details::Root;
 
 Message Message::text(String text)
 {
-    return Message(makeHandle<const Root>(std::move(text), false));
+    return Message(makeHandle<const Root>(std::move(text), message_details::kLiteralText));
+}
+
+Message Message::pattern(String pattern)
+{
+    const bool isShownAsItIs = pattern.view().find(L"%%") == std::wstring_view::npos;
+    return isShownAsItIs ? text(std::move(pattern))
+                         : Message(makeHandle<const Root>(std::move(pattern), message_details::kPattern));
 }
 
 Message Message::external(String key)
 {
-    return Message(makeHandle<const Root>(std::move(key), true));
+    return Message(makeHandle<const Root>(std::move(key), message_details::kExternalKey));
 }
 
 Message& Message::insert(unsigned number, Message value) &
@@ -179,7 +201,7 @@ std::vector<Message::Insert> Message::inserts() const
 String Message::toString() const
 {
     if (isPlainText()) {
-        return keyOrText();
+        return String(plainText());
     }
     String out;
     if (isExternal()) {
@@ -199,7 +221,7 @@ String Message::toString() const
 
 bool operator==(const Message& a, const Message& b) noexcept
 {
-    if (a.isExternal() != b.isExternal() || a.keyOrText() != b.keyOrText()) {
+    if (a.root().m_eKind != b.root().m_eKind || a.keyOrText() != b.keyOrText()) {
         return false;
     }
     const Node* x = a.m_hNode.get();

@@ -16,7 +16,7 @@ MessageFormatter::MessageFormatter(Handle<const MessageTable> table) : m_hTable(
 String MessageFormatter::format(const Message& message) const
 {
     if (message.isPlainText()) {
-        return message.keyOrText();
+        return String(message.plainText());
     }
     StringBuffer<kUsualLength> out;
     format(message, out);
@@ -26,7 +26,7 @@ String MessageFormatter::format(const Message& message) const
 void MessageFormatter::format(const Message& message, StringBufferBase& out) const
 {
     if (message.isPlainText()) {
-        out.append(message.keyOrText().view());
+        out.append(message.plainText());
         return;
     }
     if (!message.isExternal()) {

@@ -53,16 +53,16 @@ TEST(NamedLocales, KeepTheSpellingOfTheFirstAndTheLocaleOfTheLast)
     EXPECT_TRUE(locales.find(L"fr-fr")->isValid());
 }
 
-TEST(NamedLocales, EveryChangeGetsAStampOfItsOwn)
+TEST(NamedLocales, EveryChangeGetsAVersionOfItsOwn)
 {
     NamedLocales locales;
-    std::vector<std::uint64_t> stamps = {locales.stamp()};
+    std::vector<std::uint64_t> versions = {locales.version()};
     for (const wchar_t* const name : {L"fr-fr", L"de-de", L"fr-fr"}) {
         locales.set(name, Locale::kUSA);
-        stamps.push_back(locales.stamp());
+        versions.push_back(locales.version());
     }
-    std::sort(stamps.begin(), stamps.end());
-    EXPECT_EQ(std::adjacent_find(stamps.begin(), stamps.end()), stamps.end());
+    std::sort(versions.begin(), versions.end());
+    EXPECT_EQ(std::adjacent_find(versions.begin(), versions.end()), versions.end());
 }
 
 // Names differ in a few letters at a few places: the hash, whose low bits choose the place, has to mix them all.

@@ -96,7 +96,7 @@ struct DigitsRow
     std::int32_t m_nDigits;
 };
 
-TEST(CurrencyDigits, AreTheLeadingNumberCutTo32Bits)
+TEST(CurrencyDigits, AreTheLeadingNumber)
 {
     const DigitsRow rows[] = {{"0", 0},
                               {"2", 2},
@@ -121,11 +121,14 @@ TEST(CurrencyDigits, AreTheLeadingNumberCutTo32Bits)
                               {" ", 0},
                               {"\xEF\xBC\x92", 0},
                               {"2147483647", 2147483647},
-                              {"2147483648", -2147483647 - 1},
-                              {"4294967298", 2},
-                              {"-4294967298", -2},
-                              {"9223372036854775807", -1},
-                              {"99999999999999999999999", -1},
+                              {"-2147483648", -2147483647 - 1},
+                              // What no record can hold is no number, and does not wrap around to one.
+                              {"2147483648", 0},
+                              {"-2147483649", 0},
+                              {"4294967298", 0},
+                              {"-4294967298", 0},
+                              {"9223372036854775807", 0},
+                              {"99999999999999999999999", 0},
                               {"-99999999999999999999999", 0},
                               // Nothing: the host's number format decides.
                               {"", -1}};

@@ -149,9 +149,9 @@ TEST_F(BadCurrencies, AMegabyteInAnyAttributeIsTakenAsItIs)
     EXPECT_TRUE(recordOf(elementWith("thousandsSeparator", megabyte))->useThousandsSeparator());
 }
 
-TEST_F(BadCurrencies, AMegabyteOfDigitsIsCutAsAnyLargeNumberIs)
+TEST_F(BadCurrencies, AMegabyteOfDigitsIsNoNumberThatARecordCanHold)
 {
-    EXPECT_EQ(-1, recordOf(elementWith("digits", std::string(1 << 20, '9')))->getDefaultDigits());
+    EXPECT_EQ(0, recordOf(elementWith("digits", std::string(1 << 20, '9')))->getDefaultDigits());
     EXPECT_EQ(7, recordOf(elementWith("digits", std::string(1 << 20, '0') + "7"))->getDefaultDigits());
 }
 

@@ -239,12 +239,43 @@ TEST_F(CurrencyCaptions, WithoutATableALocaleIsNamedByItsDefinition)
     expectText(L"S", captionOf(*recordOf(currency("t", "international", "symbol=\"S\"")), {}));
 }
 
-TEST_F(CurrencyCaptions, ANameThatIsSetIsTakenWithoutLookingAtTheCaption)
+TEST_F(CurrencyCaptions, ANameThatIsSetIsReturnedAsItIsWithoutLookingAtTheCaption)
 {
-    for (const char* type : {"local", "international"}) {
-        expectText(L"Euro der EU", name(type, "displayName=\"kmsgName\" displayMessage=\"kmsgEuro\" locale=\"de-de\""));
-        expectText(L"Euro der EU", name(type, "displayName=\"kmsgName\""));
-        expectText(L"Euro", name(type, "displayName=\"kmsgAlias\""));
+    const auto expectName = [this](const char* attributes, const wchar_t* key, const wchar_t* text) {
+        for (const char* type : {"local", "international"}) {
+            const GDVariant value = name(type, attributes);
+            ASSERT_NE(nullptr, value.asMessage());
+            EXPECT_TRUE(*value.asMessage() == Message::external(key)) << attributes;
+            EXPECT_EQ(vel::kTypeNonPrimitive, value.primitiveType());
+            EXPECT_EQ(String(text), shown(value));
+        }
+    };
+    expectName("displayName=\"kmsgName\" displayMessage=\"kmsgEuro\" locale=\"de-de\"", L"kmsgName", L"Euro der EU");
+    expectName("displayName=\"kmsgName\"", L"kmsgName", L"Euro der EU");
+    expectName("displayName=\"kmsgAlias\"", L"kmsgAlias", L"Euro");
+    expectName("displayName=\"kmsgEmpty\"", L"kmsgEmpty", L"");
+}
+
+TEST_F(CurrencyCaptions, APerCentSignOfAMessageIsShownOnce)
+{
+    m_hTable->set(L"kmsgEuro", L"100%% Euro");
+    m_hTable->set(L"kmsgLocaleName_deDE", L"Deutsch, 50%%");
+    const GDVariant own = caption("local", "displayMessage=\"kmsgAlias\"");
+    EXPECT_EQ(String(L"100% Euro"), own.toString());
+    EXPECT_EQ(String(L"100% Euro"), shown(own));
+    EXPECT_EQ(String(L"100% Euro"), shown(name("local", "displayName=\"kmsgEuro\"")));
+    EXPECT_EQ(String(L"S (Deutsch, 50%)"), shown(caption("local", "locale=\"de-de\"")));
+}
+
+TEST_F(CurrencyCaptions, WhatWasAskedForDoesNotKeepItsTable)
+{
+    const Handle<const Currency> record = recordOf(currency("t", "local", "symbol=\"S\" locale=\"de-de\""));
+    for (int i = 0; i < 20; ++i) {
+        const Handle<MessageTable> table = vel::makeHandle<MessageTable>(L"xx");
+        table->set(L"kmsgLocaleName_deDE", String(std::to_wstring(i)));
+        expectHeading(L"S", std::to_wstring(i).c_str(), captionOf(*record, table));
+        expectHeading(L"S", std::to_wstring(i).c_str(), captionOf(*record, table));
+        EXPECT_EQ(1U, table->referenceCount());
     }
 }
 

@@ -24,7 +24,7 @@ int faultsOfReader(const vel::CurrencyLookup& lookup, const Handle<const vel::Me
     local->getResolvedCurrencyDisplayMessage(table, out);
     faults += vel::MessageFormatter(table).format(*out.asMessage()) == L"e of German" ? 0 : 1;
     euro->getResolvedCurrencyDisplayName(table, out);
-    faults += out.toString() == L"Euro" ? 0 : 1;
+    faults += vel::MessageFormatter(table).format(*out.asMessage()) == L"Euro" ? 0 : 1;
     faults += lookup.lookupCurrencyTag(L"XXX").isNull() ? 0 : 1;
     faults += lookup.getCurrencyMap().at(L"EUR") == euro && lookup.getCurrencyList().size() == 2 ? 0 : 1;
     const Handle<Currency> mine(local->clone());

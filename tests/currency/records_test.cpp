@@ -22,6 +22,9 @@ const std::string kFull = currency("loc:de-de", "local",
                                    "placeholder=\"true\" thousandsSeparator=\"false\"",
                                    negative("trailing", "# $-"));
 
+// A published record stays as it is, and so does what it remembers of its captions.
+static_assert(!std::is_copy_assignable_v<Currency> && !std::is_move_assignable_v<Currency>);
+
 TEST(CurrencyRecord, EveryAccessorReturnsItsField)
 {
     const Handle<const Currency> record = recordOf(kFull);

@@ -17,6 +17,7 @@ TEST(Message, RowsOfTheHeader)
     EXPECT_EQ(Message::text(L"Loading '%1'.").insert(1, L"a.xml").toString(), L"Loading 'a.xml'.");
     EXPECT_EQ(Message::text(L"50%% of %2").insert(1, L"a").toString(), L"50% of %2");
     EXPECT_EQ(Message::text(L"50%% of %2").toString(), L"50%% of %2");
+    EXPECT_EQ(Message::pattern(L"50%% of %2").toString(), L"50% of %2");
     EXPECT_EQ(Message::external(L"kmsgInvalidLocaleTag").insert(1, L"xx").toString(), L"kmsgInvalidLocaleTag(xx)");
 }
 
@@ -184,6 +185,43 @@ TEST(Message, TheHashIsThatOfTheKeyOrText)
 {
     EXPECT_EQ(Message::external(L"k").hash(), vel::hashText(L"k"));
     EXPECT_EQ(Message::text(L"").insert(1, L"x").hash(), vel::hashText(L""));
+}
+
+struct ShownRow
+{
+    const wchar_t* m_pPattern;
+    const wchar_t* m_pShown;
+};
+
+TEST(Message, APerCentSignOfAPatternIsOneWithoutInserts)
+{
+    const ShownRow rows[] = {{L"100%% sure", L"100% sure"}, {L"%%", L"%"},        {L"%%%", L"%%"},    {L"%%%%", L"%%"},
+                             {L"%%1 %1", L"%1 %1"},         {L"plain", L"plain"}, {L"50 %", L"50 %"}, {L"", L""}};
+    for (const ShownRow& row : rows) {
+        const Message message = Message::pattern(row.m_pPattern);
+        EXPECT_TRUE(message.isPlainText());
+        EXPECT_FALSE(message.isExternal());
+        EXPECT_EQ(message.toString(), row.m_pShown) << vel::toUtf8Lossy(row.m_pPattern);
+        EXPECT_EQ(message.plainText(), row.m_pShown) << vel::toUtf8Lossy(row.m_pPattern);
+        EXPECT_EQ(message.keyOrText(), row.m_pPattern);
+        EXPECT_EQ(Message::text(L"[%1]").insert(1, message).toString(), String(L"[") + row.m_pShown + L"]");
+    }
+    EXPECT_EQ(Message::pattern(L"%%1 %1").insert(1, L"one").toString(), L"%1 one");
+}
+
+TEST(Message, APatternEqualsTheTextThatIsShownAlike)
+{
+    EXPECT_EQ(Message::pattern(L"a %1"), Message::text(L"a %1"));
+    EXPECT_EQ(Message::pattern(L"5%%"), Message::pattern(L"5%%"));
+    EXPECT_NE(Message::pattern(L"5%%"), Message::text(L"5%%"));
+}
+
+TEST(Message, OnlyAPlainTextHasOne)
+{
+    EXPECT_EQ(Message::text(L"a").plainText(), L"a");
+    EXPECT_EQ(Message::text(L"a").insert(1, L"x").plainText(), L"");
+    EXPECT_EQ(Message::pattern(L"a%%").insert(1, L"x").plainText(), L"");
+    EXPECT_EQ(Message::external(L"a").plainText(), L"");
 }
 
 struct PatternRow

@@ -19,6 +19,7 @@ Handle<const MessageTable> german()
     table->set(L"kmsgHeading", L"<velm:param insert=\"2\"/>: <velm:param insert=\"1\"/>");
     table->set(L"kmsgTwice", L"%1 und %1");
     table->set(L"kmsgShare", L"%1 %% von %2");
+    table->set(L"kmsgSure", L"zu 100%% sicher");
     table->set(L"kmsgName", L"Deutsch");
     table->setReference(L"kmsgAlias", L"kmsgName");
     table->setReference(L"kmsgCircle", L"kmsgCircle");
@@ -48,6 +49,8 @@ TEST(MessageFormatter, RendersInTheTablesLanguage)
         {Message::external(L"kmsgName").insert(1, L"a"), L"Deutsch", L"kmsgName(a)"},
         {Message::external(L"kmsgTwice").insert(1, L"a"), L"a und a", L"kmsgTwice(a)"},
         {Message::external(L"kmsgShare").insert(1, L"5").insert(2, L"%1"), L"5 % von %1", L"kmsgShare(5, %1)"},
+        {Message::external(L"kmsgSure"), L"zu 100% sicher", L"kmsgSure"},
+        {Message::text(L"[%1]").insert(1, Message::external(L"kmsgSure")), L"[zu 100% sicher]", L"[kmsgSure]"},
         // A text without inserts is shown as it is, alone and inserted.
         {Message::text(L"100%%"), L"100%%", L"100%%"},
         {Message::text(L"[%1]").insert(1, L"100%%"), L"[100%%]", L"[100%%]"},

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <new>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -10,6 +12,7 @@
 #include "failingallocator.h"
 #include "printers.h"
 #include "temporaryfolder.h"
+#include "vel/messages/messageformatter.h"
 #include "vel/xml/xmldocument.h"
 
 namespace {
@@ -97,6 +100,82 @@ TEST(MessageTable, AChainThroughEveryMessageIsFollowedToItsEnd)
     EXPECT_EQ(table->lookUp(L"0"), GDVariant());
 }
 
+TEST(MessageTable, AValueShowsAPerCentSignForTwo)
+{
+    const Handle<MessageTable> table =
+        tableOf("<m><message key='a'>100%% sure</message><message key='b'><ref key='a'/></message></m>");
+    table->set(L"c", L"%% of %1");
+    for (const wchar_t* key : {L"a", L"b"}) {
+        EXPECT_EQ(table->lookUp(key).toString(), L"100% sure");
+        EXPECT_EQ(table->lookUp(key).primitiveType(), vel::kTypeString);
+        const GDVariant resolved = table->resolveReferences(GDVariant::message(Message::external(key)));
+        EXPECT_EQ(resolved.toString(), L"100% sure");
+        EXPECT_EQ(vel::MessageFormatter(table).format(*resolved.asMessage()), L"100% sure");
+    }
+    EXPECT_EQ(table->lookUp(L"c").toString(), L"% of %1");
+    EXPECT_EQ(table->resolveReferences(GDVariant::message(Message::external(L"c").insert(1, L"5"))).toString(),
+              L"% of 5");
+}
+
+/// Messages that each refer to the next; behind the last one stands what is given.
+std::string chain(int length, const std::string& end)
+{
+    std::string messages;
+    for (int i = 0; i < length; ++i) {
+        messages += "<message key='" + std::to_string(i) + "'><ref key='" + std::to_string(i + 1) + "'/></message>";
+    }
+    return "<m>" + messages + "<message key='" + std::to_string(length) + "'>" + end + "</message></m>";
+}
+
+/// The processor time of many look-ups of one key, in the clock's ticks.
+std::clock_t timeOfLookUps(const MessageTable& table, std::wstring_view key)
+{
+    const std::clock_t start = std::clock();
+    for (int i = 0; i < 20000; ++i) {
+        EXPECT_NE(table.find(key), nullptr);
+    }
+    return std::clock() - start;
+}
+
+TEST(MessageTable, ALongChainCostsALookUpAsMuchAsNone)
+{
+    // Followed anew each time, 16,000 references would cost the first thousands of times what the last costs.
+    const Handle<MessageTable> table = tableOf(chain(16000, "end"));
+    EXPECT_EQ(table->lookUp(L"0"), text(L"end"));
+    const std::clock_t ofTheText = timeOfLookUps(*table, L"16000");
+    EXPECT_LT(timeOfLookUps(*table, L"0"), 50 * ofTheText + CLOCKS_PER_SEC / 10);
+}
+
+TEST(MessageTable, ACircleOfManyIsNoMessageForAnyOfThem)
+{
+    const Handle<MessageTable> table = tableOf(chain(16000, "<ref key='8000'/>"));
+    for (int i = 0; i <= 16000; ++i) {
+        ASSERT_EQ(table->find(std::to_wstring(i)), nullptr) << i;
+    }
+    table->set(L"16000", L"end");
+    EXPECT_EQ(table->lookUp(L"0"), text(L"end"));
+}
+
+TEST(MessageTable, TheVersionIsAnotherAfterEveryChangeAndForEveryTable)
+{
+    std::set<std::uint64_t> versions;
+    for (int i = 0; i < 2; ++i) {
+        const Handle<MessageTable> table = makeHandle<MessageTable>(L"en");
+        const auto expectNew = [&] { EXPECT_TRUE(versions.insert(table->version()).second); };
+        expectNew();
+        table->set(L"a", L"1");
+        expectNew();
+        table->set(L"a", L"1");
+        expectNew();
+        table->setReference(L"b", L"a");
+        expectNew();
+        table->load(XmlDocument::parse(kFile));
+        expectNew();
+        EXPECT_EQ(table->lookUp(L"b"), text(L"1"));
+        EXPECT_EQ(versions.count(table->version()), 1U);
+    }
+}
+
 TEST(MessageTable, SetAndSetReferenceReplace)
 {
     const Handle<MessageTable> table = makeHandle<MessageTable>(L"en");
@@ -125,9 +204,9 @@ TEST(MessageTable, ALaterMessageReplacesAnEarlierOne)
 
 TEST(MessageTable, NamesAreLocalNamesAndTheRootHasAny)
 {
-    const Handle<MessageTable> table =
-        tableOf("<p:any xmlns:p='urn:p'><p:message p:key='c' key='a'>1</p:message><Message key='b'>2</Message>"
-                "<message p:key='d'>3</message></p:any>");
+    const Handle<MessageTable> table = tableOf(
+        "<p:any xmlns:p='urn:p'><p:message p:key='c' key='a'>1</p:message><Message key='b'>2</Message>"
+        "<message p:key='d'>3</message></p:any>");
     EXPECT_EQ(table->lookUp(L"a"), text(L"1"));
     EXPECT_EQ(table->size(), 1U);
 }

@@ -21,9 +21,9 @@ class Root;
 
 /// A message for people: a key into the message files (external) or a literal text, each with numbered inserts.
 ///
-/// In a text that has inserts, "%1" and "<velm:param insert="1"/>" stand for insert 1, "%%" for a per-cent sign;
-/// inserts are numbered from 1. Digits after "%" are read greedily, at most four. A text without inserts is shown as it
-/// is, so that a file's name or a user's text can be one.
+/// In a text that has inserts, and in a pattern always, "%1" and "<velm:param insert="1"/>" stand for insert 1, "%%"
+/// for a per-cent sign; inserts are numbered from 1. Digits after "%" are read greedily, at most four. A text without
+/// inserts is shown as it is, so that a file's name or a user's text can be one.
 ///
 /// A value that is cheap to copy: copies share what was built, and a further insert is put in front of what is shared.
 /// Reading it is safe from any thread. A moved-from one can only be assigned to or destroyed.
@@ -34,6 +34,9 @@ public:
 
     /// A literal text.
     static Message text(String text);
+    /// A text as message files have it: "%%" is a per-cent sign in it without inserts too. One without "%%" equals the
+    /// literal text.
+    static Message pattern(String pattern);
     /// The message of `key` in whatever language it is rendered.
     static Message external(String key);
 
@@ -52,9 +55,11 @@ public:
     Message&& insert(unsigned number, const String& value) &&;
 
     bool isExternal() const noexcept;
-    /// Whether it is a literal text without inserts, shown as it is.
+    /// Whether it is a text without inserts: plainText() is all that it shows.
     bool isPlainText() const noexcept;
-    /// The key of an external message, the text of a text message.
+    /// What a message shows that isPlainText(); empty for others. Valid while this message keeps its value.
+    std::wstring_view plainText() const noexcept;
+    /// The key of an external message, the text of a text message, a pattern as it is written.
     const String& keyOrText() const noexcept;
     /// hashText of keyOrText(), computed when the message was built.
     std::uint32_t hash() const noexcept;
@@ -69,6 +74,7 @@ public:
     ///     text "Loading '%1'.", 1 = "a.xml"   -> Loading 'a.xml'.
     ///     text "50%% of %2", 1 = "a"          -> 50% of %2
     ///     text "50%% of %2"                   -> 50%% of %2
+    ///     pattern "50%% of %2"                -> 50% of %2
     ///     external "kmsgInvalidLocaleTag", 1 = "xx" -> kmsgInvalidLocaleTag(xx)
     String toString() const;
 
@@ -137,17 +143,28 @@ private:
     static std::wstring_view plainTextOf(const Message& value) noexcept;
 };
 
+enum RootKind
+{
+    kLiteralText,
+    kPattern,
+    kExternalKey
+};
+
 /// What the inserts of a message belong to: its key or its text.
 class WEBI18N_API Root final : public Node
 {
 public:
-    Root(String keyOrText, bool external);
+    Root(String keyOrText, RootKind kind);
     ~Root() override;
+
+    /// What it shows without inserts, unless it is a key.
+    std::wstring_view shown() const noexcept { return m_eKind == kPattern ? m_sFilled.view() : m_sKeyOrText.view(); }
 
     const String m_sKeyOrText;
     const std::uint32_t m_nHash;
-    const bool m_bExternal;
+    const RootKind m_eKind;
     const std::vector<Piece> m_vPieces;  // none for a key, and for a text that is one plain run
+    const String m_sFilled;              // of a pattern, what it shows without inserts
 };
 
 }  // namespace message_details
@@ -167,12 +184,17 @@ inline const message_details::Root& Message::root() const noexcept
 
 inline bool Message::isExternal() const noexcept
 {
-    return root().m_bExternal;
+    return root().m_eKind == message_details::kExternalKey;
 }
 
 inline bool Message::isPlainText() const noexcept
 {
-    return m_hNode.get() == &root() && !root().m_bExternal;
+    return m_hNode.get() == &root() && !isExternal();
+}
+
+inline std::wstring_view Message::plainText() const noexcept
+{
+    return isPlainText() ? root().shown() : std::wstring_view();
 }
 
 inline const String& Message::keyOrText() const noexcept

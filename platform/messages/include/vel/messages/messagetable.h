@@ -11,7 +11,6 @@
 #include "vel/core/string.h"
 #include "vel/core/textnumbers.h"
 #include "vel/messages/gdvariant.h"
-#include "vel/messages/keptvalues.h"
 
 namespace vel {
 
@@ -46,13 +45,15 @@ public:
     void load(const FilePath& file);
     /// The same from a loaded document, which need not outlive the call.
     void load(const XmlDocument& document);
-    /// Sets one message's text, a pattern as in a file.
+    /// Sets one message's text, a pattern as in a file. Where the table has references, this and setReference follow
+    /// them all anew: a file is the way to many.
     void set(const String& key, const String& text);
-    /// Makes `key` a reference to another message.
+    /// Makes `key` a reference to another message, which may come later.
     void setReference(const String& key, const String& target);
 
-    /// The text message of `key`, its text as in the file, references followed; undefined when there is none, or when
-    /// references form a circle.
+    /// The text message of `key`, a pattern as in the file, references followed; undefined when there is none, or when
+    /// references form a circle. References are followed when the table is filled: a chain of them costs a look-up
+    /// nothing.
     GDVariant lookUp(std::wstring_view key) const;
     /// The message that lookUp(key) holds, or null. Valid until the table changes.
     const Message* find(std::wstring_view key) const noexcept;
@@ -63,19 +64,29 @@ public:
     /// no message here stays external.
     GDVariant resolveReferences(const GDVariant& value) const;
 
-    /// What readers made of this table's messages. Every change of the table clears it.
-    KeptValues& kept() const noexcept { return m_tKept; }
+    /// Names what the table holds: another number after every change, which no other table of the process has had.
+    std::uint64_t version() const noexcept { return m_nVersion; }
 
 private:
+    /// A message as it was given, and where its references lead.
+    struct Entry
+    {
+        Message m_tMessage;         // a text, or as an external one the reference to another
+        std::uint32_t m_nFollowed;  // the number of the text; TextNumbers::kNone when there is none
+    };
+
     void put(std::wstring_view key, Message message);
+    void followReferences() noexcept;
+    std::uint32_t endOfReferences(std::uint32_t number) noexcept;
+    std::uint32_t replaceAlong(std::uint32_t number, std::uint32_t from, std::uint32_t to) noexcept;
     std::uint32_t numberOf(const Message& external) const noexcept;
-    const Message* followed(std::uint32_t number) const noexcept;
+    const Message* textOf(std::uint32_t number) const noexcept;
 
     TextNumbers m_tKeys;
-    // By the number of its key the text message, or as an external one the reference to another.
-    std::vector<Message> m_vMessages;
+    std::vector<Entry> m_vMessages;  // by the number of its key
+    std::size_t m_nReferences = 0;   // how many of them are
     String m_sLanguage;
-    mutable KeptValues m_tKept;
+    std::uint64_t m_nVersion;
 };
 
 }  // namespace vel
