@@ -1,11 +1,10 @@
 #include "charactersetreaders.h"
 
-#include <vector>
+#include <algorithm>
 
 #include "vel/core/message.h"
 #include "vel/core/staticinit.h"
 #include "vel/log/logger.h"
-#include "vel/xml/xmlexception.h"
 #include "vel/xml/xmlpath.h"
 
 namespace vel::i18n_details {
@@ -15,7 +14,7 @@ namespace {
 VEL_INIT_TABLES const XmlPath ksCharacterSetXPath(L"characterSet");
 VEL_INIT_TABLES const XmlPath ksCharacterSetImplXPath(L"impl");
 VEL_INIT_TABLES const XmlPath ksCharacterSetListXPath(L"characterSetList");
-constexpr std::wstring_view ksCharacterSetList = L"characterSetList";
+constexpr const wchar_t* ksName = L"name";
 
 VEL_INIT_TABLES const Message s_klogWarningNoNameAttr =
     Message::text(L"'name' attribute missing on element: <velm:param insert=\"1\"/>");
@@ -28,17 +27,42 @@ VEL_INIT_TABLES const Message s_klogNoSuchDefinition =
 VEL_INIT_TABLES const Message s_klogNoSuchList =
     Message::text(L"No matching character set list found: <velm:param insert=\"1\"/>.");
 
-/// Entries that the lists of one file may have in all.
-constexpr std::size_t kMaxEntries = 1000000;
+VEL_INIT_TABLES const Message s_klogControlsInLabel =
+    Message::text(L"Encoding label with control characters, entry skipped: <velm:param insert=\"1\"/>");
+VEL_INIT_TABLES const Message s_klogTooManyEntries = Message::text(
+    L"More than 1,000,000 entries in the character set lists of a file, list skipped: "
+    L"<velm:param insert=\"1\"/>");
+
+/// As how many entries those of the list count.
+std::size_t weightOf(const CharacterSetList& list)
+{
+    std::size_t weight = 0;
+    for (auto each = list.definitions_begin(); each != list.definitions_end(); ++each) {
+        weight += CharacterSetResolver::weightOfEntry(each->first.view());
+    }
+    return weight;
+}
+
+/// An element as it is logged: no more of it is written out than a record takes.
+String loggedText(const XmlElement& element)
+{
+    return element.toXmlText(Logger::kLongestInsert + 1);
+}
 
 /// The name that the element must have; empty, and logged, when it has none.
 String requiredName(const XmlElement& element)
 {
-    String name(element.attribute(L"name"));
+    String name(element.attribute(ksName));
     if (name.isEmpty()) {
-        VEL_LOG(kLogWarning, Message(s_klogWarningNoNameAttr).insert(1, element.toXmlText()));
+        VEL_LOG(kLogWarning, Message(s_klogWarningNoNameAttr).insert(1, loggedText(element)));
     }
     return name;
+}
+
+/// What a label must not have: hosts write it into responses, where a line break begins another header.
+bool isControl(wchar_t character) noexcept
+{
+    return character < 0x20 || (character >= 0x7F && character <= 0x9F) || character == 0x2028 || character == 0x2029;
 }
 
 /// A definition as it is written.
@@ -48,7 +72,7 @@ Handle<const CharacterSetDefinition> definitionOf(const XmlElement& element, con
     for (const NonOwningPtr<const XmlElement>& each : element.select(ksCharacterSetImplXPath)) {
         const String implementation = each->innerText();
         if (implementation.isEmpty()) {
-            VEL_LOG(kLogWarning, Message(s_klogWarningNoImplementationName).insert(1, element.toXmlText()));
+            VEL_LOG(kLogWarning, Message(s_klogWarningNoImplementationName).insert(1, loggedText(element)));
         } else {
             definition->addImplementationName(implementation);
         }
@@ -105,50 +129,63 @@ void CharacterSetListsReader::readList(const XmlElement& element)
     }
     const Handle<CharacterSetList> list = makeHandle<CharacterSetList>();
     // A list's own character sets come before those of other lists, wherever they stand; deliberate.
-    for (const XmlPath* path : {&ksCharacterSetXPath, &ksCharacterSetListXPath}) {
-        for (const NonOwningPtr<const XmlElement>& child : element.select(*path)) {
-            addChild(*child, *list);
-            countEntries(*child, *list);
-        }
+    for (const NonOwningPtr<const XmlElement>& child : element.select(ksCharacterSetXPath)) {
+        addDefinitionOf(*child, *list);
     }
-    m_nEntries += list->numDefinitions();
+    const Inclusions inclusions = element.select(ksCharacterSetListXPath);
+    if (!hasRoomFor(*list, inclusions)) {
+        VEL_LOG(kLogWarning, Message(s_klogTooManyEntries).insert(1, name));
+        return;
+    }
+    for (const NonOwningPtr<const XmlElement>& child : inclusions) {
+        addEntriesOf(*child, *list);
+    }
+    m_nWeight += weightOf(*list);
     const Handle<const CharacterSetList> minimized = m_tResolver.minimizeCharacterSetList(*list);
     if (minimized->numDefinitions() != 0) {
         m_tAdded.try_emplace(name, minimized);
     }
 }
 
-void CharacterSetListsReader::countEntries(const XmlElement& element, const CharacterSetList& list)
+/// Asked before anything is copied: a few lists that include one another twice, and again, would fill any memory.
+bool CharacterSetListsReader::hasRoomFor(const CharacterSetList& own, const Inclusions& inclusions)
 {
-    if (m_nEntries + list.numDefinitions() > kMaxEntries) {
-        throw XmlException(m_sFile, element.line(), element.column(),
-                           L"The character set lists have more than 1,000,000 entries in all: let fewer lists include "
-                           L"other ones.");
+    std::size_t weight = m_nWeight + weightOf(own);
+    for (const NonOwningPtr<const XmlElement>& child : inclusions) {
+        const CharacterSetList* const other = findList(String(child->attribute(ksName)));
+        weight += other == nullptr ? 0 : knownWeightOf(*other);
     }
+    return weight <= CharacterSetResolver::kMostListEntries;
 }
 
-void CharacterSetListsReader::addChild(const XmlElement& child, CharacterSetList& list)
+/// The same for a list that stays as it is, which is counted once however often it is included.
+std::size_t CharacterSetListsReader::knownWeightOf(const CharacterSetList& list)
+{
+    const auto [known, isNew] = m_tWeights.try_emplace(&list, 0);
+    if (isNew) {
+        known->second = weightOf(list);
+    }
+    return known->second;
+}
+
+void CharacterSetListsReader::addDefinitionOf(const XmlElement& child, CharacterSetList& list) const
 {
     const String name = requiredName(child);
     if (name.isEmpty()) {
         return;
     }
-    if (child.name() == ksCharacterSetList) {
-        addEntriesOf(name, list);
-    } else {
-        addDefinitionOf(child, name, list);
-    }
-}
-
-void CharacterSetListsReader::addDefinitionOf(const XmlElement& child, const String& name, CharacterSetList& list) const
-{
     const Handle<const CharacterSetDefinition> definition = m_tResolver.getCharacterSetDefinition(name);
     if (definition.isNull()) {
         VEL_LOG(kLogMinorWarning, Message(s_klogNoSuchDefinition).insert(1, name));
         return;
     }
-    const std::wstring_view label = child.attribute(L"label");
-    list.addDefinition(label.empty() ? name : String(label), definition);
+    const std::wstring_view own = child.attribute(L"label");
+    const String label = own.empty() ? name : String(own);
+    if (std::any_of(label.view().begin(), label.view().end(), isControl)) {
+        VEL_LOG(kLogWarning, Message(s_klogControlsInLabel).insert(1, loggedText(child)));
+        return;
+    }
+    list.addDefinition(label, definition);
 }
 
 /// The list of that name as it is there for the elements that follow: the first one.
@@ -162,8 +199,12 @@ const CharacterSetList* CharacterSetListsReader::findList(const String& name) co
     return nullptr;
 }
 
-void CharacterSetListsReader::addEntriesOf(const String& name, CharacterSetList& list) const
+void CharacterSetListsReader::addEntriesOf(const XmlElement& child, CharacterSetList& list) const
 {
+    const String name = requiredName(child);
+    if (name.isEmpty()) {
+        return;
+    }
     const CharacterSetList* const other = findList(name);
     if (other == nullptr) {
         VEL_LOG(kLogWarning, Message(s_klogNoSuchList).insert(1, name));

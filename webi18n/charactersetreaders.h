@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
+#include <vector>
 
 #include "vel/core/string.h"
 #include "vel/xml/xmlelement.h"
@@ -29,26 +31,25 @@ private:
 class CharacterSetListsReader
 {
 public:
-    /// `file` stands for the file in errors; it must outlive the reader.
-    CharacterSetListsReader(const CharacterSetResolver& resolver, const String& file) noexcept
-        : m_tResolver(resolver), m_sFile(file)
-    {}
+    explicit CharacterSetListsReader(const CharacterSetResolver& resolver) noexcept : m_tResolver(resolver) {}
 
     /// The lists below the root that have an entry, minimized; those whose name is there already too, if they come
-    /// first in this file. Throws XmlException when they would have too many entries.
+    /// first in this file. One with which there would be too many entries is skipped.
     CharacterSetResolver::ListMap read(const XmlElement& root);
 
 private:
+    using Inclusions = std::vector<NonOwningPtr<const XmlElement>>;
+
     void readList(const XmlElement& element);
-    void addChild(const XmlElement& child, CharacterSetList& list);
-    void addDefinitionOf(const XmlElement& child, const String& name, CharacterSetList& list) const;
-    void addEntriesOf(const String& name, CharacterSetList& list) const;
+    void addDefinitionOf(const XmlElement& child, CharacterSetList& list) const;
+    bool hasRoomFor(const CharacterSetList& own, const Inclusions& inclusions);
+    std::size_t knownWeightOf(const CharacterSetList& list);
+    void addEntriesOf(const XmlElement& child, CharacterSetList& list) const;
     const CharacterSetList* findList(const String& name) const;
-    void countEntries(const XmlElement& element, const CharacterSetList& list);
 
     const CharacterSetResolver& m_tResolver;
-    const String& m_sFile;
-    std::size_t m_nEntries = 0;
+    std::size_t m_nWeight = 0;  // of all lists so far
+    std::map<const CharacterSetList*, std::size_t> m_tWeights;
     CharacterSetResolver::ListMap m_tAdded;
 };
 

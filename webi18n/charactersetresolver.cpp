@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "charactersetentries.h"
 #include "charactersetreaders.h"
 #include "vel/core/assertion.h"
 #include "vel/core/message.h"
@@ -61,7 +62,7 @@ void CharacterSetResolver::loadCharacterSetLists(const FilePath& sListsXmlFile)
     VEL_LOG(kLogInformation, Message(s_klogLoadingListsFile).insert(1, path));
     const ScopedLogProperty file(kPropertyListsFile, path.view());
     const XmlDocument document = XmlDocument::load(sListsXmlFile);
-    ListMap added = i18n_details::CharacterSetListsReader(*this, path).read(document.root());
+    ListMap added = i18n_details::CharacterSetListsReader(*this).read(document.root());
     m_tMappingMap.merge(added);
 }
 
@@ -138,7 +139,7 @@ Handle<CharacterSet> CharacterSetResolver::getPreferredCharacterSet(const Charac
     CharacterSetList::const_definition_iterator sdfi = rSupportedList.definitions_end();
     for (auto preferred = rPreferredList.definitions_begin();
          preferred != rPreferredList.definitions_end() && sdfi == rSupportedList.definitions_end(); ++preferred) {
-        sdfi = rSupportedList.findEntryLike(*preferred->second);
+        sdfi = i18n_details::findEntry(rSupportedList, *preferred->second);
     }
     if (sdfi == rSupportedList.definitions_end()) {
         // Nothing in common: the server's own first choice, not the client's.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -10,6 +11,17 @@
 #include "webi18n/charactersetdefinition.h"
 
 namespace vel {
+
+/// Whether a response can announce a character set under the label as it stands: a token as HTTP has it, so that
+/// nothing in it ends the header, or the line. A list may have other labels: who writes a header asks.
+///
+///     "utf-8" -> true    "a b" -> false    "utf-8\r\nSet-Cookie: x" -> false    "" -> false
+inline bool isEncodingLabel(std::wstring_view text) noexcept
+{
+    constexpr std::wstring_view kAllowed =
+        L"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789!#$%&'*+-.^_`|~";
+    return !text.empty() && text.find_first_not_of(kAllowed) == text.npos;
+}
 
 /// An ordered choice of character sets. Each entry pairs the encoding label, which is what a response announces, with
 /// the definition. A plain holder, filled by one thread and then shared by Handle<const CharacterSetList> and only
@@ -61,12 +73,6 @@ public:
                                                                          String& sEncodingLabel) const;
 
 private:
-    friend class CharacterSetResolver;  // chooses between lists without copying labels
-
-    const_definition_iterator findEntryByDefinitionLabel(const String& sCharacterSetDefinitionLabel) const;
-    /// The first entry whose definition has the same label as the given one, which it often is itself.
-    const_definition_iterator findEntryLike(const CharacterSetDefinition& rDefinition) const;
-
     DefinitionList m_tLabelCharsetMap;
     bool m_bMinimized = false;
 };

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
+#include <string_view>
 
 #include "vel/core/api.h"
 #include "vel/core/filepath.h"
@@ -38,6 +40,11 @@ public:
     using DefinitionMap = std::map<String, Handle<const CharacterSetDefinition>, NoCaseCompareLess>;
     using ListMap = std::map<String, Handle<const CharacterSetList>, NoCaseCompareLess>;
 
+    /// Entries that the lists of one file may have in all.
+    static constexpr std::size_t kMostListEntries = 1000000;
+    /// As how many of them one counts with that label, which is copied with it: once more for every 100 characters.
+    static constexpr std::size_t weightOfEntry(std::wstring_view label) noexcept { return 1 + label.size() / 100; }
+
     /// Knows nothing.
     CharacterSetResolver();
     ~CharacterSetResolver() override;
@@ -46,9 +53,10 @@ public:
     /// a file that cannot be read. Whatever it throws, the resolver is unchanged.
     void loadCharacterSetDefinitions(const FilePath& sDefinitionsXmlFile);
     /// Adds the lists of a file to those that are there; of equal names the first stays. A list takes in those that
-    /// were there before it. Throws XmlException for a file that cannot be read, and for one whose lists would have
-    /// more than a million entries in all: a few lists that include one another twice would fill any memory. Whatever
-    /// it throws, the resolver is unchanged.
+    /// were there before it. An entry whose label has control characters, such as line breaks, is logged and skipped.
+    /// So is a list with which the file's would have more than kMostListEntries: a few lists that include one another
+    /// twice would fill any memory. Throws XmlException for a file that cannot be read. Whatever it throws, the
+    /// resolver is unchanged.
     void loadCharacterSetLists(const FilePath& sListsXmlFile);
 
     /// Adds a definition, minimized, unless that leaves no implementation. One of that label that is there already is

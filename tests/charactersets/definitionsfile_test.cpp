@@ -61,6 +61,47 @@ TEST(DefinitionsFile, TheLoadingMessageStandsBeforeThePropertyIsAttached)
     EXPECT_TRUE(record.m_tProperties.empty());
 }
 
+TEST(DefinitionsFile, PrefixedAttributesAreNone)
+{
+    const DefinitionsLoad load(
+        rooted("<characterSet x:name='m' name='u'><impl>utf-8</impl></characterSet>"
+               "<characterSet x:name='n'/>"));
+    EXPECT_EQ(String(L"u: u -> utf-8*\n"), outline(*load.m_hResolver));
+    load.expectWarnings({L"'name' attribute missing on element: <characterSet x:name=\"n\"/>"});
+}
+
+TEST(DefinitionsFile, AnImplementationWithALineBreakIsNone)
+{
+    const DefinitionsLoad load(rooted(setElement("u", {"utf-8&#13;&#10;", "utf&#10;-8", "utf-8"})));
+    EXPECT_EQ(String(L"u -> utf-8*"), load.definition(L"u"));
+    load.expectWarnings({});
+}
+
+TEST(DefinitionsFile, BlanksAndOptionsMayStandInAnImplementation)
+{
+    const DefinitionsLoad load(rooted(setElement("u", {"UTF-16,version=1", "iso 8859 1"})));
+    EXPECT_EQ(String(L"u -> UTF-16,version=1 iso 8859 1*"), load.definition(L"u"));
+    load.expectWarnings({});
+}
+
+TEST(DefinitionsFile, AThousandEmptyImplementationsOfALargeElementMakeSmallRecords)
+{
+    // Each record shows the element, which all of them make large: they would be a thousand times its size.
+    std::string children;
+    for (int i = 0; i < 1000; ++i) {
+        children += "<impl/>";
+    }
+    const DefinitionsLoad load(rooted("<characterSet name='u'>" + children + "</characterSet>"));
+    ASSERT_EQ(1001U, load.m_vRecords.size());
+    const std::wstring_view start = L"No implementation given on element: ";
+    for (std::size_t i = 1; i < load.m_vRecords.size(); ++i) {
+        const std::wstring text = load.m_vRecords[i].text().standard();
+        ASSERT_EQ(start.size() + vel::Logger::kLongestInsert + 3, text.size());
+        ASSERT_EQ(L"<characterSet name=\"u\"><impl/>", text.substr(start.size(), 30));
+        ASSERT_EQ(L"...", text.substr(text.size() - 3));
+    }
+}
+
 TEST(DefinitionsFile, TheRootMayHaveAnyName)
 {
     EXPECT_EQ(

@@ -47,6 +47,64 @@ TEST(ListsFile, AnEmptyLabelTakesTheNameAsItIsWritten)
     EXPECT_EQ(String(L"A=a*"), ListsLoad(listElement("l", entry("A", "label=\"\""))).list(L"l"));
 }
 
+TEST(ListsFile, AnEntryWhoseLabelHasControlCharactersIsSkippedWithAWarning)
+{
+    const std::string start = "Encoding label with control characters, entry skipped: <characterSet name=\"a\" label=";
+    for (const char* label :
+         {"utf-8&#13;&#10;Set-Cookie: a", "&#10;", "a&#13;", "&#9;a", "&#127;", "a&#133;b", "&#x2028;", "&#x2029;"}) {
+        const ListsLoad load(listElement("l", entry("a", std::string("label=\"") + label + "\"") + entry("b")));
+        EXPECT_EQ(String(L"b=b*"), load.list(L"l")) << label;
+        ASSERT_EQ(2U, load.m_vRecords.size()) << label;
+        EXPECT_EQ(vel::kLogWarning, load.m_vRecords[1].m_eSeverity);
+        EXPECT_EQ(0U, vel::toUtf8Lossy(load.m_vRecords[1].text().view()).find(start));
+    }
+}
+
+TEST(ListsFile, EveryOtherLabelIsTakenAsItIs)
+{
+    const ListsLoad load(listElement("l", entry("a", "label=\"a b;&quot;&amp;\xC3\xA4\"")));
+    EXPECT_EQ(String(L"a b;\"&\u00E4=a*"), load.list(L"l"));
+    load.expectRecords({});
+}
+
+TEST(ListsFile, ANameWithALineBreakNeedsALabelWithoutOne)
+{
+    const ListsLoad load(listElement("l", entry("a&#10;b") + entry("a&#10;b", "label=\"c\"")),
+                         setElement("a&#10;b", {"utf-8"}));
+    EXPECT_EQ(String(L"c=a\nb*"), load.list(L"l"));
+    load.expectRecords({{vel::kLogWarning,
+                         L"Encoding label with control characters, entry skipped: <characterSet name=\"a&#10;b\"/>"}});
+}
+
+struct LabelRow
+{
+    const wchar_t* m_pLabel;
+    bool m_bIsToken;
+};
+
+TEST(EncodingLabel, IsATokenWhereAResponseCanAnnounceIt)
+{
+    const LabelRow rows[] = {{L"utf-8", true},   {L"AZaz09!#$%&'*+-.^_`|~", true},
+                             {L"a b", false},    {L"", false},
+                             {L"a\r\nb", false}, {L"a\"b", false},
+                             {L"a;b", false},    {L"a,b", false},
+                             {L"a/b", false},    {L"a=b", false},
+                             {L"(a)", false},    {L"a:b", false},
+                             {L"\u00E4", false}, {L"\x7F", false}};
+    for (const LabelRow& row : rows) {
+        EXPECT_EQ(row.m_bIsToken, vel::isEncodingLabel(row.m_pLabel)) << vel::toUtf8Lossy(row.m_pLabel);
+    }
+}
+
+TEST(ListsFile, PrefixedAttributesAreNone)
+{
+    const ListsLoad load(
+        "<characterSetList x:name='m' name='l'><characterSet x:name='b' name='a' x:label='z'/>"
+        "<characterSet x:name='c'/></characterSetList>");
+    EXPECT_EQ(String(L"a=a*"), load.list(L"l"));
+    load.expectRecords({{vel::kLogWarning, L"'name' attribute missing on element: <characterSet x:name=\"c\"/>"}});
+}
+
 TEST(ListsFile, EntriesShareTheResolversDefinitions)
 {
     const ListsLoad load(listElement("l", entry("a")));
