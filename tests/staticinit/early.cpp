@@ -16,6 +16,7 @@
 #include "webi18n/localemapping.h"
 #include "webi18n/localenames.h"
 #include "webi18n/localetaglookup.h"
+#include "webi18n/parsedatetime.h"
 
 namespace {
 
@@ -83,6 +84,17 @@ void useDefinition()
     check(locale.getInfoAsString(vel::Locale::kDecimalSeparator) == L";", "its properties are read");
 }
 
+void useDates()
+{
+    const vel::XmlDocument document = vel::XmlDocument::parse(
+        "<localeDefinition name='xx-yy'><property name='pm'>\xD9\x85</property></localeDefinition>");
+    vel::Locale locale;
+    locale.applyXmlDefinition(document.root());
+    vel::DateTime time;
+    vel::ParseDateTime::parse(L"1 \x645", locale, vel::ParseDateTime::kTime, time);
+    check(time.m_nHour == 13, "a marker of another script than Latin is seen");
+}
+
 void useCatalogue()
 {
     vel::Locale found;
@@ -140,6 +152,7 @@ const UsesAtExit g_usesAtExit;
 const bool g_builtInLocale = runEarly("built-in locale", useBuiltInLocale);
 const bool g_maps = runEarly("maps", useMaps);
 const bool g_definition = runEarly("definition", useDefinition);
+const bool g_dates = runEarly("dates", useDates);
 const bool g_catalogue = runEarly("catalogue", useCatalogue);
 const bool g_currencies = runEarly("currencies", useCurrencies);
 const bool g_transcoding = runEarly("transcoding", useTranscoding);
