@@ -231,17 +231,6 @@ TEST(LocaleOverrides, ADefinitionsInputFormatsAreBuiltOfItsOwnSeparatorsAndClock
     EXPECT_EQ(String(L"hh.mm.ss tt"), locale.getInfoAsString(Locale::kTimeInputFormat));
 }
 
-// The one exception: the user's order counts already while the definition is applied.
-TEST(LocaleOverrides, ADefinitionsDateInputFormatIsBuiltInTheUsersOrder)
-{
-    Locale locale = Locale::kUSA;
-    locale.setOverridingDateInputFormat(L"", Locale::kYMD);
-    locale = localeOf(property("dateSeparator", "-") + property("dateOrder", "dmy"), locale);
-    locale.clearOverridingDateInputFormat();
-    EXPECT_EQ(String(L"yyyy-MM-dd"), locale.getInfoAsString(Locale::kDateInputFormat));
-    EXPECT_EQ(Locale::kDMY, locale.getDateOrder());
-}
-
 // Hosts cast stored numbers: an order above the end is kept as it came, and counts as none.
 TEST(LocaleOverrides, AnOrderAboveTheEndLeavesTheDefinitions)
 {

@@ -143,7 +143,7 @@ TEST(MappingLog, ExplainingWorksUnderTheSameSourceAsMapping)
     const String noLanguage;
     const Seen seen = watch([&] { mapping.mapping().explainLocale(kForty, noLanguage); });
     ASSERT_LT(0U, seen.m_nAllocations);
-    EXPECT_EQ(seen.m_nAllocations, seen.m_nWithSource);
+    ASSERT_EQ(seen.m_nAllocations, seen.m_nWithSource);
     EXPECT_EQ(std::wstring(L"vel.i18n.localeMapping.mapLanguage"), seen.m_pSource);
     EXPECT_EQ(0U, seen.m_nWithProperty);
 }
