@@ -64,10 +64,14 @@ Json describeDefinition(const vel::CharacterSetDefinition& definition)
     return json;
 }
 
-Json describeEncoded(const vel::String& text, const vel::CharacterSet& set, vel::EUnencodable policy)
+Json describeEncoded(const vel::String& text, const vel::CharacterSet& set, vel::EUnencodable policy,
+                     std::size_t mostBytes)
 {
     vel::NarrowString bytes;
     set.getTranscoding().encode(text, bytes, policy);
+    if (bytes.length() > mostBytes / 2) {
+        throw TooLarge();
+    }
     Json json = describeCharacterSet(set);
     json["characters"] = text.length();
     std::wstring lacking = unencodable(text.view(), set.getTranscoding());

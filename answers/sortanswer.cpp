@@ -17,13 +17,18 @@ struct Line
 
 }  // namespace
 
-Json describeSorted(const std::vector<std::string>& lines, KeyMaker& maker)
+Json describeSorted(const std::vector<std::string>& lines, KeyMaker& maker, std::size_t mostBytes)
 {
     vel::NarrowStringPool pool;
     std::vector<Line> order;
+    std::size_t bytes = 0;
     for (std::size_t place = 0; place < lines.size(); ++place) {
         vel::i18n::RefCollationKey key;
         maker.makeKey(lines[place], pool, key);
+        bytes += 2 * key.view().size() + lines[place].size();
+        if (bytes > mostBytes) {
+            throw TooLarge();
+        }
         order.push_back({key, place});
     }
     std::stable_sort(order.begin(), order.end(), [](const Line& a, const Line& b) { return a.m_tKey < b.m_tKey; });

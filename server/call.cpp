@@ -140,6 +140,9 @@ HttpAnswer Call::answer(const answers::Json& json, const Locale& locale) const
     answer.m_tHeaders = {{"Vary", "Accept-Language, Accept-Charset, Cookie"}};
     // In other sets JSON's own escapes stand for what is not ASCII, so that nothing is lost.
     const std::string text = json.dump(-1, ' ', !isUtf8) + "\n";
+    if (text.size() > kAnswerBytes) {
+        throw answerTooLarge();
+    }
     if (isUtf8) {
         answer.m_sContentType = "application/json; charset=utf-8";
         answer.m_sBody = text;
@@ -149,7 +152,15 @@ HttpAnswer Call::answer(const answers::Json& json, const Locale& locale) const
     charset->getTranscoding().encode(wideOf(text), bytes);
     answer.m_sContentType = "application/json; charset=" + answers::utf8Text(charset->getLabel());
     answer.m_sBody = bytes.standard();
+    if (answer.m_sBody.size() > kAnswerBytes) {
+        throw answerTooLarge();
+    }
     return answer;
+}
+
+Refusal answerTooLarge()
+{
+    return {413, "answer-too-large", "The answer would be larger than " + std::to_string(kAnswerBytes) + " bytes."};
 }
 
 std::string printable(std::string_view bytes)

@@ -46,7 +46,7 @@ public:
     /// What the response is encoded in: the best of Accept-Charset and of the locale's list that the list "supported"
     /// has. A null handle, for UTF-8, when the data has no such list.
     vel::Handle<const vel::CharacterSet> characterSet(const vel::Locale& locale) const;
-    /// The JSON text in the response's character set.
+    /// The JSON text in the response's character set. Refusal 413 when it is longer than kAnswerBytes.
     HttpAnswer answer(const answers::Json& json, const vel::Locale& locale) const;
 
 private:
@@ -56,6 +56,9 @@ private:
     Target m_tTarget;
     Parameters m_tPreferences;
 };
+
+/// The refusal of what would need an answer of more than kAnswerBytes.
+Refusal answerTooLarge();
 
 /// The bytes when they are UTF-8, else with U+FFFD for each that is not ASCII.
 std::string printable(std::string_view bytes);

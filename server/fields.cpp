@@ -1,88 +1,59 @@
 #include "fields.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "answers/text.h"
+#include "jsonbody.h"
 
 namespace server {
 
-using answers::Json;
 using vel::String;
 
 namespace {
 
-Refusal badField(const std::string& name, const std::string& expected)
+std::vector<std::string> parametersNamed(std::string_view name, const Target& target)
 {
-    return {400, "bad-field", "The field " + name + " is not " + expected + ".", {}, name};
-}
-
-Json objectIn(const std::string& body)
-{
-    std::size_t offset = 0;
-    if (!vel::stringFromUtf8(body, &offset)) {
-        throw Refusal{400, "bad-encoding", "The body is no UTF-8, at its byte offset " + std::to_string(offset) + "."};
+    std::vector<std::string> texts;
+    for (const auto& [each, value] : target.m_tParameters) {
+        if (each == name) {
+            texts.push_back(answers::utf8Text(value));
+        }
     }
-    Json json;
-    try {
-        json = Json::parse(body);
-    } catch (const Json::parse_error& fault) {
-        throw Refusal{400, "bad-json", "The body is no JSON, at its byte " + std::to_string(fault.byte) + "."};
-    } catch (const Json::out_of_range&) {
-        throw Refusal{400, "bad-json", "The body has a number that is too large."};
-    }
-    if (!json.is_object()) {
-        throw Refusal{400, "bad-json", "The body is no JSON object."};
-    }
-    return json;
+    return texts;
 }
 
 }  // namespace
 
-Fields::Fields(const Call& call) : m_rCall(call)
+Fields::Fields(const Call& call, const std::vector<const char*>& texts, const char* array, const char* parameter)
+    : m_rCall(call), m_bHasBody(call.request().m_sMethod == "POST"), m_pArray(array)
 {
-    if (call.request().m_sMethod == "POST") {
-        m_tBody = objectIn(call.request().m_sBody);
+    if (!m_bHasBody) {
+        m_tArray = array == nullptr ? m_tArray : parametersNamed(parameter, call.target());
+        return;
     }
+    WantedFields wanted;
+    wanted.m_sArray = array == nullptr ? std::string_view() : array;
+    for (const char* name : texts) {
+        wanted.m_tTexts.emplace(name, std::nullopt);
+    }
+    readJsonBody(call.request().m_sBody, wanted);
+    m_tTexts = std::move(wanted.m_tTexts);
+    m_tArray = std::move(wanted.m_tArray);
 }
 
 std::optional<String> Fields::text(const char* name) const
 {
-    if (!m_tBody) {
-        return m_rCall.target().find(name);
-    }
-    const auto found = m_tBody->find(name);
-    if (found == m_tBody->end() || found->is_null()) {
-        return std::nullopt;
-    }
-    if (!found->is_string() && !found->is_number_integer()) {
-        throw badField(name, "a text");
-    }
-    return vel::stringFromUtf8(found->is_string() ? found->get_ref<const std::string&>() : found->dump());
+    return m_bHasBody ? m_tTexts.find(name)->second : m_rCall.target().find(name);
 }
 
-std::vector<std::string> Fields::texts(const char* name, const char* parameter, std::size_t most) const
+const std::vector<std::string>& Fields::texts(std::size_t longest) const
 {
-    std::vector<std::string> texts;
-    if (!m_tBody) {
-        for (const auto& [each, value] : m_rCall.target().m_tParameters) {
-            if (each == parameter) {
-                texts.push_back(answers::utf8Text(value));
-            }
-        }
-        return texts;
+    const auto isTooLong = [longest](const std::string& each) { return each.size() > longest; };
+    if (std::any_of(m_tArray.begin(), m_tArray.end(), isTooLong)) {
+        throw badField(m_pArray, "an array of texts of at most " + std::to_string(longest) + " bytes");
     }
-    const auto found = m_tBody->find(name);
-    if (found == m_tBody->end() || found->is_null()) {
-        return texts;
-    }
-    if (!found->is_array() || found->size() > most) {
-        throw badField(name, "an array of at most " + std::to_string(most) + " texts");
-    }
-    for (const Json& each : *found) {
-        if (!each.is_string()) {
-            throw badField(name, "an array of texts");
-        }
-        texts.push_back(each.get<std::string>());
-    }
-    return texts;
+    return m_tArray;
 }
 
 }  // namespace server

@@ -36,6 +36,9 @@ inline constexpr std::size_t kParameters = 32;      ///< of a query: 400
 inline constexpr std::size_t kTypedLength = 1024;   ///< characters of a typed date: 400
 inline constexpr std::size_t kNumberLength = 64;    ///< characters of a number or a date to render: 400
 inline constexpr std::size_t kLanguageLength = 64;  ///< characters of a requested language: 400
-inline constexpr std::size_t kLines = 10000;        ///< to sort: 400
+inline constexpr std::size_t kLines = 10000;        ///< to sort, and elements of all arrays of a body: 400
+inline constexpr std::size_t kLineBytes = 65536;    ///< of a line to sort: 400
+inline constexpr std::size_t kBodyKeys = 64;        ///< of all objects of a body: 400
+inline constexpr std::size_t kBodyDepth = 8;        ///< of objects and arrays in one another: 400
 
 }  // namespace server

@@ -12,7 +12,7 @@ namespace server {
 
 /// An HTTP/1.1 server on the loopback address. Every limit has an answer with a JSON error; security headers stand in
 /// each answer. One thread keeps all connections, others do the work of the requests, so that no request is between a
-/// client and its deadline. Whatever fails for one connection, memory included, ends that connection alone.
+/// client and its deadline. Whatever fails for one connection ends that connection alone.
 class HttpServer
 {
 public:

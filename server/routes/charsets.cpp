@@ -85,7 +85,7 @@ HttpAnswer answerCharsets(const Call& call)
 
 HttpAnswer answerEncode(const Call& call)
 {
-    const Fields fields(call);
+    const Fields fields(call, {"text", "charset", "unencodable"});
     const auto text = fields.text("text");
     if (!text) {
         throw Refusal{400, "bad-field", "The field text is required.", {}, "text"};
@@ -94,7 +94,11 @@ HttpAnswer answerEncode(const Call& call)
     const Locale locale = call.locale();
     const auto charset = charsetIn(fields, call, locale);
     call.count(kStageEncoding);
-    return call.answer(answers::describeEncoded(*text, *charset, policy), locale);
+    try {
+        return call.answer(answers::describeEncoded(*text, *charset, policy, kAnswerBytes), locale);
+    } catch (const answers::TooLarge&) {
+        throw answerTooLarge();
+    }
 }
 
 }  // namespace server

@@ -39,7 +39,7 @@ Json effectOf(const Locale& locale)
 
 HttpAnswer answerPreferences(const Call& call)
 {
-    const Fields fields(call);
+    const Fields fields(call, answers::userOverrides());
     Locale locale = call.plainLocale();
     Parameters accepted;
     Json json;

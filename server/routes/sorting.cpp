@@ -66,15 +66,17 @@ String sortIn(const Fields& fields, const Call& call, const vel::Locale& locale)
 
 HttpAnswer answerSort(const Call& call)
 {
-    const Fields fields(call);
+    const Fields fields(call, {"sort", "strength"}, "lines", "line");
     const vel::Locale locale = call.locale();
     const CollationStrength strength = strengthIn(fields);
     const String sort = sortIn(fields, call, locale);
-    const std::vector<std::string> lines = fields.texts("lines", "line", kLines);
+    const std::vector<std::string>& lines = fields.texts(kLineBytes);
     call.count(kStageSorting);
     try {
         answers::KeyMaker maker(sort, strength);
-        return call.answer(answers::describeSorted(lines, maker), locale);
+        return call.answer(answers::describeSorted(lines, maker, kAnswerBytes), locale);
+    } catch (const answers::TooLarge&) {
+        throw answerTooLarge();
     } catch (const answers::NoSuchSort& fault) {
         throw Refusal{400, "no-such-sort", fault.what(), {}, "sort"};
     }
