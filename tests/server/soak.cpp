@@ -1,9 +1,12 @@
-// Load for a running server: server_soak PORT PROCESS DATA COMMAND SECONDS PERCENT
+// Load for a running server: server_soak PORT PROCESS DATA COMMAND SECONDS PERCENT [MEBIBYTES]
 // Compares each answer with what the library says in this process, and that with what the command says where it can be
-// asked the same. The server's resident memory may grow by PERCENT once it is warm.
+// asked the same. The server's resident memory may grow by PERCENT once it is warm. With MEBIBYTES a third of the
+// connections attacks the server: then no answer to the others may be later than a second, and the server may never
+// have more memory than that.
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <clocale>
@@ -15,12 +18,15 @@
 #include <vector>
 
 #include "api.h"
+#include "attacks.h"
 #include "client.h"
 #include "questions.h"
 
 namespace {
 
 constexpr unsigned kConnections = 64;
+constexpr unsigned kAttackers = kConnections / 3;
+constexpr std::chrono::milliseconds kLatest{1000};
 
 /// A request and the answer that it must get; status 0: a clean close, or any refusal.
 struct Case
@@ -116,12 +122,29 @@ std::size_t residentPages(const std::string& process)
     return resident;
 }
 
+double mebibytes(std::size_t pages)
+{
+    return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
+}
+
 struct Tally
 {
     std::atomic<std::size_t> m_nAnswers = 0;
     std::atomic<std::size_t> m_nWrong = 0;
+    std::atomic<std::size_t> m_nLate = 0;
+    std::atomic<std::int64_t> m_nLongest = 0;  // milliseconds
     std::atomic<bool> m_bEnough = false;
 };
+
+using Clock = std::chrono::steady_clock;
+
+void countTime(Clock::duration taken, Tally& tally)
+{
+    const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(taken);
+    tally.m_nLate += time > kLatest ? 1 : 0;
+    std::int64_t before = tally.m_nLongest;
+    while (time.count() > before && !tally.m_nLongest.compare_exchange_weak(before, time.count())) {}
+}
 
 bool isRight(const Case& each, const std::optional<tests::Reply>& reply)
 {
@@ -139,8 +162,10 @@ void load(std::uint16_t port, const std::vector<Case>& cases, std::size_t place,
             // Some answers to a connection, then a new one; a bad request ends it.
             for (int round = 0; round < 50 && !tally.m_bEnough; ++round) {
                 const Case& each = cases[place++ % cases.size()];
+                const auto begin = Clock::now();
                 client.send(each.m_sBytes);
                 isRight(each, client.receive()) ? ++tally.m_nAnswers : ++tally.m_nWrong;
+                countTime(Clock::now() - begin, tally);
                 if (each.m_nStatus == 0) {
                     break;
                 }
@@ -152,12 +177,67 @@ void load(std::uint16_t port, const std::vector<Case>& cases, std::size_t place,
     }
 }
 
+/// What the server had of memory while it was under load.
+struct Memory
+{
+    std::size_t m_nWarm = 0;
+    std::size_t m_nMost = 0;
+    std::size_t m_nEnd = 0;
+
+    double growth() const
+    {
+        return m_nWarm == 0 ? 100 : 100.0 * (static_cast<double>(m_nEnd) / static_cast<double>(m_nWarm) - 1);
+    }
+};
+
+Memory watchMemory(const std::string& process, std::chrono::seconds time)
+{
+    Memory memory;
+    const auto begin = Clock::now();
+    while (Clock::now() - begin < time) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        memory.m_nEnd = residentPages(process);
+        memory.m_nMost = std::max(memory.m_nMost, memory.m_nEnd);
+        if (Clock::now() - begin < time / 3) {
+            memory.m_nWarm = memory.m_nEnd;
+        }
+    }
+    return memory;
+}
+
+std::vector<std::thread> startLoad(std::uint16_t port, const std::vector<Case>& cases, bool isHostile, Tally& tally)
+{
+    std::vector<std::thread> threads;
+    for (unsigned index = 0; index < kConnections; ++index) {
+        if (isHostile && index < kAttackers) {
+            threads.emplace_back(&tests::attack, port, std::size_t{index}, std::cref(tally.m_bEnough));
+        } else {
+            threads.emplace_back(load, port, std::cref(cases), std::size_t{index} * 7, std::ref(tally));
+        }
+    }
+    return threads;
+}
+
+/// Whether all was well; says how it was.
+bool judge(const Tally& tally, const Memory& memory, double mostGrowth, double mostMebibytes)
+{
+    std::printf("%zu right answers, %zu wrong; the latest after %lld ms, %zu later than a second\n",
+                tally.m_nAnswers.load(), tally.m_nWrong.load(), static_cast<long long>(tally.m_nLongest.load()),
+                tally.m_nLate.load());
+    std::printf("resident memory %.1f MiB at the end, %.1f MiB at most, %+.2f %% since it was warm\n",
+                mebibytes(memory.m_nEnd), mebibytes(memory.m_nMost), memory.growth());
+    const bool isRight = tally.m_nWrong == 0 && tally.m_nAnswers != 0;
+    const bool isHostile = mostMebibytes != 0;
+    return isRight && (isHostile ? tally.m_nLate == 0 && mebibytes(memory.m_nMost) <= mostMebibytes
+                                 : memory.growth() <= mostGrowth);
+}
+
 }  // namespace
 
 int main(int count, char** arguments)
 {
-    if (count != 7) {
-        std::fprintf(stderr, "server_soak PORT PROCESS DATA COMMAND SECONDS PERCENT\n");
+    if (count != 7 && count != 8) {
+        std::fprintf(stderr, "server_soak PORT PROCESS DATA COMMAND SECONDS PERCENT [MEBIBYTES]\n");
         return 2;
     }
     std::setlocale(LC_CTYPE, "C.UTF-8");
@@ -166,24 +246,14 @@ int main(int count, char** arguments)
     const server::Catalogues catalogues(options);
     server::Metrics metrics(server::Api::routes());
     const std::vector<Case> cases = makeCases(server::Api(catalogues, metrics), arguments[4], arguments[3]);
-    const auto port = static_cast<std::uint16_t>(std::stoul(arguments[1]));
-    const std::chrono::seconds time(std::stoul(arguments[5]));
+    const double mostMebibytes = count == 8 ? std::stod(arguments[7]) : 0;
     Tally tally;
-    std::vector<std::thread> threads;
-    for (unsigned index = 0; index < kConnections; ++index) {
-        threads.emplace_back(load, port, std::cref(cases), std::size_t{index} * 7, std::ref(tally));
-    }
-    std::this_thread::sleep_for(time / 3);
-    const std::size_t warm = residentPages(arguments[2]);
-    std::this_thread::sleep_for(time - time / 3);
-    const std::size_t end = residentPages(arguments[2]);
+    std::vector<std::thread> threads =
+        startLoad(static_cast<std::uint16_t>(std::stoul(arguments[1])), cases, count == 8, tally);
+    const Memory memory = watchMemory(arguments[2], std::chrono::seconds(std::stoul(arguments[5])));
     tally.m_bEnough = true;
     for (std::thread& each : threads) {
         each.join();
     }
-    const double growth = warm == 0 ? 100 : 100.0 * (static_cast<double>(end) / static_cast<double>(warm) - 1);
-    std::printf("%zu right answers, %zu wrong; resident memory %zu KiB, %+.2f %% since it was warm\n",
-                tally.m_nAnswers.load(), tally.m_nWrong.load(),
-                end * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / 1024, growth);
-    return tally.m_nWrong == 0 && tally.m_nAnswers != 0 && growth <= std::stod(arguments[6]) ? 0 : 1;
+    return judge(tally, memory, std::stod(arguments[6]), mostMebibytes) ? 0 : 1;
 }
