@@ -66,6 +66,8 @@ class FileRun:
             if not errors:
                 break
             named, guilty = _mutants_of_errors(errors)
+            # An error of the declaration around a literal names the file's line: a constant is needed there.
+            named = named or {each.number for each in together if each.region is None}
             refused = [each for each in together if each.number in named]
             if not refused:
                 raise BuildFault(errors)
