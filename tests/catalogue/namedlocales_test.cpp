@@ -73,8 +73,9 @@ TEST(NamedLocales, TheHashesOfNamesThatAreLikeEachOtherDiffer)
         hashes.push_back(NamedLocales::hashOf(nameOfNumber(number)));
         hashes.push_back(NamedLocales::hashOf(nameOfNumber(number) + L"-x"));
     }
+    // Of 1352 numbers of 32 bits that a new seed chose, two are the same once in some 5000 processes.
     std::sort(hashes.begin(), hashes.end());
-    EXPECT_EQ(std::adjacent_find(hashes.begin(), hashes.end()), hashes.end());
+    EXPECT_GE(std::unique(hashes.begin(), hashes.end()) - hashes.begin(), 1350);
 }
 
 TEST(NamedLocales, OutOfMemoryNothingHasChanged)
