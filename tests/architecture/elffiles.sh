@@ -1,3 +1,4 @@
+#!/usr/bin/env bash
 # Sourced by the tests that read programs and shared libraries.
 
 # elfFiles PATH: the programs and shared libraries of a folder, or those that a list names, one a line.
