@@ -11,27 +11,35 @@ namespace vel::i18n_details {
 
 namespace {
 
-VEL_INIT_TABLES const XmlPath ksCharacterSetXPath(L"characterSet");
-VEL_INIT_TABLES const XmlPath ksCharacterSetImplXPath(L"impl");
-VEL_INIT_TABLES const XmlPath ksCharacterSetListXPath(L"characterSetList");
+VEL_INIT_TABLES const StaticValue<XmlPath> ksCharacterSetXPath([] { return XmlPath(L"characterSet"); });
+VEL_INIT_TABLES const StaticValue<XmlPath> ksCharacterSetImplXPath([] { return XmlPath(L"impl"); });
+VEL_INIT_TABLES const StaticValue<XmlPath> ksCharacterSetListXPath([] { return XmlPath(L"characterSetList"); });
 constexpr const wchar_t* ksName = L"name";
 
-VEL_INIT_TABLES const Message s_klogWarningNoNameAttr =
-    Message::text(L"'name' attribute missing on element: <velm:param insert=\"1\"/>");
-VEL_INIT_TABLES const Message s_klogWarningDuplicateFound =
-    Message::text(L"Duplicate character set definition: <velm:param insert=\"1\"/>");
-VEL_INIT_TABLES const Message s_klogWarningNoImplementationName =
-    Message::text(L"No implementation given on element: <velm:param insert=\"1\"/>");
-VEL_INIT_TABLES const Message s_klogNoSuchDefinition =
-    Message::text(L"No matching character set definition found: <velm:param insert=\"1\"/>.");
-VEL_INIT_TABLES const Message s_klogNoSuchList =
-    Message::text(L"No matching character set list found: <velm:param insert=\"1\"/>.");
+VEL_INIT_TABLES const StaticValue<Message> s_klogWarningNoNameAttr([] {
+    return Message::text(L"'name' attribute missing on element: <velm:param insert=\"1\"/>");
+});
+VEL_INIT_TABLES const StaticValue<Message> s_klogWarningDuplicateFound([] {
+    return Message::text(L"Duplicate character set definition: <velm:param insert=\"1\"/>");
+});
+VEL_INIT_TABLES const StaticValue<Message> s_klogWarningNoImplementationName([] {
+    return Message::text(L"No implementation given on element: <velm:param insert=\"1\"/>");
+});
+VEL_INIT_TABLES const StaticValue<Message> s_klogNoSuchDefinition([] {
+    return Message::text(L"No matching character set definition found: <velm:param insert=\"1\"/>.");
+});
+VEL_INIT_TABLES const StaticValue<Message> s_klogNoSuchList([] {
+    return Message::text(L"No matching character set list found: <velm:param insert=\"1\"/>.");
+});
 
-VEL_INIT_TABLES const Message s_klogControlsInLabel =
-    Message::text(L"Encoding label with control characters, entry skipped: <velm:param insert=\"1\"/>");
-VEL_INIT_TABLES const Message s_klogTooManyEntries = Message::text(
-    L"More than 1,000,000 entries in the character set lists of a file, list skipped: "
-    L"<velm:param insert=\"1\"/>");
+VEL_INIT_TABLES const StaticValue<Message> s_klogControlsInLabel([] {
+    return Message::text(L"Encoding label with control characters, entry skipped: <velm:param insert=\"1\"/>");
+});
+VEL_INIT_TABLES const StaticValue<Message> s_klogTooManyEntries([] {
+    return Message::text(
+        L"More than 1,000,000 entries in the character set lists of a file, list skipped: "
+        L"<velm:param insert=\"1\"/>");
+});
 
 /// As how many entries those of the list count.
 std::size_t weightOf(const CharacterSetList& list)

@@ -21,10 +21,12 @@ constexpr LogSource klsCharsetResolverLoadLists(L"vel.i18n.charsetResolver.lists
 constexpr const wchar_t* kPropertyDefsFile = L"defsFile";
 constexpr const wchar_t* kPropertyListsFile = L"listsFile";
 
-VEL_INIT_TABLES const Message s_klogLoadingDefFile =
-    Message::text(L"Loading character set definitions file <velm:param insert=\"1\"/>.");
-VEL_INIT_TABLES const Message s_klogLoadingListsFile =
-    Message::text(L"Loading character set lists file <velm:param insert=\"1\"/>.");
+VEL_INIT_TABLES const StaticValue<Message> s_klogLoadingDefFile([] {
+    return Message::text(L"Loading character set definitions file <velm:param insert=\"1\"/>.");
+});
+VEL_INIT_TABLES const StaticValue<Message> s_klogLoadingListsFile([] {
+    return Message::text(L"Loading character set lists file <velm:param insert=\"1\"/>.");
+});
 
 Handle<const CharacterSetDefinition> minimized(const Handle<const CharacterSetDefinition>& definition,
                                                const CharacterSetResolver& resolver)

@@ -12,9 +12,10 @@ namespace vel {
 
 namespace {
 
-VEL_INIT_VALUES const Message g_tNoSymbol = Message::text(String());
-VEL_INIT_VALUES const Message g_tHeadingWithoutSymbol =
-    Message(i18n_details::kmsgCurrencyFormatLocaleCurrencyHeading).insert(1, g_tNoSymbol);
+VEL_INIT_VALUES const StaticValue<Message> g_tNoSymbol([] { return Message::text(String()); });
+VEL_INIT_VALUES const StaticValue<Message> g_tHeadingWithoutSymbol([] {
+    return Message(i18n_details::kmsgCurrencyFormatLocaleCurrencyHeading).insert(1, *g_tNoSymbol);
+});
 
 }  // namespace
 

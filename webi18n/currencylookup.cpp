@@ -17,8 +17,8 @@ namespace vel {
 
 namespace {
 
-VEL_INIT_TABLES const XmlPath kpfCurrency(L"Currencies/Currency");
-VEL_INIT_TABLES const XmlPath kpfNegative(L"negative");
+VEL_INIT_TABLES const StaticValue<XmlPath> kpfCurrency([] { return XmlPath(L"Currencies/Currency"); });
+VEL_INIT_TABLES const StaticValue<XmlPath> kpfNegative([] { return XmlPath(L"negative"); });
 
 constexpr const wchar_t* kPropertyFile = L"currenciesFile";
 constexpr const wchar_t* ksDisplay = L"display";

@@ -1,5 +1,7 @@
 #include "webi18n/locale.h"
 
+#include <new>
+
 #include "builtinlocale.h"
 #include "localetables.h"
 #include "vel/core/staticinit.h"
@@ -12,11 +14,21 @@ using i18n_details::XmlLocaleImpl;
 
 namespace {
 
-Locale makeUSA()
+void readUSA(Locale& locale)
 {
     const XmlDocument document = XmlDocument::parse(i18n_details::ksUSAXml);
-    Locale locale;
     locale.applyXmlDefinition(document.root());
+}
+
+/// An invalid locale where memory is lacking: an exception would end the process that loads the library.
+Locale makeUSA()
+{
+    Locale locale;
+    try {
+        readUSA(locale);
+    } catch (const std::bad_alloc&) {
+        locale = Locale();
+    }
     return locale;
 }
 
@@ -314,17 +326,17 @@ Locale::DateOrder Locale::getDateOrderByString(const String& text)
 
 const StringEnumMap<Locale::StringInfo>& Locale::stringInfoMap() noexcept
 {
-    return i18n_details::s_StringInfoMap;
+    return *i18n_details::s_StringInfoMap;
 }
 
 const StringEnumMap<Locale::NameType>& Locale::nameTypeMap() noexcept
 {
-    return i18n_details::s_NameTypeMap;
+    return *i18n_details::s_NameTypeMap;
 }
 
 const StringEnumMap<Locale::DateOrder>& Locale::dateOrderMap() noexcept
 {
-    return i18n_details::s_DateOrderMap;
+    return *i18n_details::s_DateOrderMap;
 }
 
 }  // namespace vel

@@ -19,8 +19,10 @@ constexpr LogSource klsLocaleMappingLoad(L"vel.i18n.localeMapping.load");
 constexpr LogSource klsLocaleMappingMapLanguage(L"vel.i18n.localeMapping.mapLanguage");
 constexpr const wchar_t* kPropertyFile = L"mappingFile";
 
-VEL_INIT_TABLES const XmlPath kpfMappings(L"localeMapping[@name=\"httpAcceptLanguage\"]/choose/when");
-VEL_INIT_TABLES const XmlPath kpfLocaleDefinition(L"localeDefinition");
+VEL_INIT_TABLES const StaticValue<XmlPath> kpfMappings([] {
+    return XmlPath(L"localeMapping[@name=\"httpAcceptLanguage\"]/choose/when");
+});
+VEL_INIT_TABLES const StaticValue<XmlPath> kpfLocaleDefinition([] { return XmlPath(L"localeDefinition"); });
 
 }  // namespace
 

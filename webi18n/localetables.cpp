@@ -1,6 +1,5 @@
 #include "localetables.h"
 
-#include "vel/core/staticinit.h"
 #include "webi18n/localenames.h"
 
 namespace vel::i18n_details {
@@ -48,9 +47,22 @@ const StringEnumMap<Locale::DateOrder>::Entry s_DateOrderEntries[] = {
 
 }  // namespace
 
-VEL_INIT_TABLES const StringEnumMap<Locale::StringInfo> s_StringInfoMap(s_StringInfoEntries, Locale::kStringInfoEnd_);
-VEL_INIT_TABLES const StringEnumMap<Locale::NameType> s_NameTypeMap(s_NameTypeEntries, Locale::kNameTypeEnd_);
-VEL_INIT_TABLES const StringEnumMap<Locale::DateOrder> s_DateOrderMap(s_DateOrderEntries, Locale::kDateOrderEnd_);
+VEL_INIT_TABLES const StaticValue<StringEnumMap<Locale::StringInfo>> s_StringInfoMap([] {
+    return StringEnumMap<Locale::StringInfo>(s_StringInfoEntries, Locale::kStringInfoEnd_);
+});
+VEL_INIT_TABLES const StaticValue<StringEnumMap<Locale::NameType>> s_NameTypeMap([] {
+    return StringEnumMap<Locale::NameType>(s_NameTypeEntries, Locale::kNameTypeEnd_);
+});
+VEL_INIT_TABLES const StaticValue<StringEnumMap<Locale::DateOrder>> s_DateOrderMap([] {
+    return StringEnumMap<Locale::DateOrder>(s_DateOrderEntries, Locale::kDateOrderEnd_);
+});
+
+void requireTables()
+{
+    static_cast<void>(*s_StringInfoMap);
+    static_cast<void>(*s_NameTypeMap);
+    static_cast<void>(*s_DateOrderMap);
+}
 
 }  // namespace vel::i18n_details
 

@@ -1,13 +1,17 @@
 #pragma once
 
-#include "vel/core/api.h"
+#include "vel/core/staticinit.h"
 #include "webi18n/locale.h"
 #include "webi18n/stringenummap.h"
 
 namespace vel::i18n_details {
 
-extern const StringEnumMap<Locale::StringInfo> s_StringInfoMap;
-extern const StringEnumMap<Locale::NameType> s_NameTypeMap;
-extern const StringEnumMap<Locale::DateOrder> s_DateOrderMap;
+extern const StaticValue<StringEnumMap<Locale::StringInfo>> s_StringInfoMap;
+extern const StaticValue<StringEnumMap<Locale::NameType>> s_NameTypeMap;
+extern const StaticValue<StringEnumMap<Locale::DateOrder>> s_DateOrderMap;
+
+/// Builds what lacked memory when the library was loaded. Throws std::bad_alloc; without that, no use of a table
+/// throws.
+void requireTables();
 
 }  // namespace vel::i18n_details

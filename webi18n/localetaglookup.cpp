@@ -1,9 +1,12 @@
 #include "webi18n/localetaglookup.h"
 
 #include <array>
+#include <new>
 #include <utility>
 
 #include "csv.h"
+#include "i18nmessages.h"
+#include "localetables.h"
 #include "localetaglookupstate.h"
 #include "properties.h"
 #include "vel/core/staticinit.h"
@@ -14,11 +17,17 @@ namespace vel {
 
 namespace {
 
-VEL_INIT_TABLES const XmlPath kpfLocaleDefinition(L"localeDefinition");
-VEL_INIT_TABLES const XmlPath kpfSupportedDef(L"localeList[@name=\"supported\"]/localeDefinition");
+VEL_INIT_TABLES const StaticValue<XmlPath> kpfLocaleDefinition([] { return XmlPath(L"localeDefinition"); });
+VEL_INIT_TABLES const StaticValue<XmlPath> kpfSupportedDef([] {
+    return XmlPath(L"localeList[@name=\"supported\"]/localeDefinition");
+});
 
-VEL_INIT_TABLES const Message kmsgInvalidLocaleTag = Message::external(L"kmsgInvalidLocaleTag");
-VEL_INIT_TABLES const Message kmsgNotSupportedLocaleTag = Message::external(L"kmsgNotSupportedLocaleTag");
+VEL_INIT_TABLES const StaticValue<Message> kmsgInvalidLocaleTag([] {
+    return Message::external(L"kmsgInvalidLocaleTag");
+});
+VEL_INIT_TABLES const StaticValue<Message> kmsgNotSupportedLocaleTag([] {
+    return Message::external(L"kmsgNotSupportedLocaleTag");
+});
 
 const wchar_t* const strMonth = L"[MMMM]";
 const wchar_t* const strMonthAbbr = L"[MMM]";
@@ -28,6 +37,16 @@ const std::array<const wchar_t*, 4> arrAllowedNumericCustomFmts = {strMonth, str
 
 constexpr const wchar_t* ksAllowedLocalesFile = L"Localization/AllowedLocalesFile";
 constexpr const wchar_t* ksAllowedLocales = L"Localization/AllowedLocales";
+
+/// A host begins with the catalogue: here it learns that memory was lacking when the library was loaded.
+void requireStaticData()
+{
+    if (!Locale::kUSA.isValid()) {
+        throw std::bad_alloc();
+    }
+    i18n_details::requireMessageFile();
+    i18n_details::requireTables();
+}
 
 }  // namespace
 
@@ -46,6 +65,7 @@ LocaleTagLookup::NotSupportedLocaleTag::~NotSupportedLocaleTag() = default;
 LocaleTagLookup::LocaleTagLookup()
     : m_tConfig(kConfigDontSupportReload), m_pState(std::make_unique<LocaleTagLookupState>())
 {
+    requireStaticData();
     m_tConfig.initialize(*this);
 }
 

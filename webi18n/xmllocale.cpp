@@ -95,7 +95,7 @@ void XmlLocaleImpl::attachMonetary(Locale::StringInfo monetary, Locale::StringIn
 void XmlLocaleImpl::applyProperty(const XmlElement& property)
 {
     const std::wstring_view name = property.attribute(ksName);
-    if (const Locale::StringInfo info = s_StringInfoMap.find(name); info != Locale::kStringInfoEnd_) {
+    if (const Locale::StringInfo info = s_StringInfoMap->find(name); info != Locale::kStringInfoEnd_) {
         store(info, property.innerTextView());
         return;
     }
@@ -123,7 +123,7 @@ bool XmlLocaleImpl::applyScalar(std::wstring_view name, const XmlElement& proper
 
 bool XmlLocaleImpl::applyList(std::wstring_view name, const XmlElement& property)
 {
-    if (const Locale::NameType type = s_NameTypeMap.find(name); type != Locale::kNameTypeEnd_) {
+    if (const Locale::NameType type = s_NameTypeMap->find(name); type != Locale::kNameTypeEnd_) {
         SharedTextsBuilder list;
         forEachEntry(property, [&](const XmlElement&, std::wstring_view text) { list.add(text); });
         m_aNameLists.edit()[type] = list.build();
@@ -226,12 +226,12 @@ void XmlLocaleImpl::setOverridingTimeInputFormat(const String& timeSeparator, Lo
 
 const String& XmlLocaleImpl::getDateOrderString(Locale::DateOrder order)
 {
-    return s_DateOrderMap.find(order);
+    return s_DateOrderMap->find(order);
 }
 
 Locale::DateOrder XmlLocaleImpl::getDateOrderByString(const String& text)
 {
-    return s_DateOrderMap.find(text.view());
+    return s_DateOrderMap->find(text.view());
 }
 
 Locale::DateOrder XmlLocaleImpl::guessDateOrderByString(const String& text)

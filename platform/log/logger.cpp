@@ -46,8 +46,10 @@ private:
 
 constinit SinkHolder g_sink;
 
-constinit thread_local const ScopedLogSource* t_source = nullptr;
-constinit thread_local const ScopedLogProperty* t_property = nullptr;
+// In the part of a thread's storage that is there from its beginning: what is added for a library that is loaded later
+// is allocated at the first use, and where memory is lacking then the C library ends the process.
+[[gnu::tls_model("initial-exec")]] constinit thread_local const ScopedLogSource* t_source = nullptr;
+[[gnu::tls_model("initial-exec")]] constinit thread_local const ScopedLogProperty* t_property = nullptr;
 
 /// The calling thread's properties, outermost first.
 std::vector<LogProperty> currentProperties()

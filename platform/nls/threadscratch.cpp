@@ -59,7 +59,8 @@ private:
     std::array<Block, 12> m_aBlocks;
 };
 
-thread_local FreeBlocks t_blocks;
+// There from a thread's beginning, as the log's: see logger.cpp.
+[[gnu::tls_model("initial-exec")]] thread_local FreeBlocks t_blocks;
 
 Block takeOrAllocate(std::size_t size)
 {
