@@ -29,7 +29,13 @@ using answers::DataError;
 class BrokenPipe : public std::exception
 {};
 
-/// Writes "webi18n: kind: text" and a line feed to standard error.
+/// Writes "webi18n: kind: text" and a line feed to standard error. The text is UTF-8, or a file's name; its control
+/// characters are spelled out, as a terminal obeys some of them, and it stays one line. Needs no memory.
+///
+///     "error", "a(escape)[31m: gone" -> webi18n: error: a\u{1B}[31m: gone
+void complain(const char* kind, const char* text) noexcept;
 void complain(const char* kind, const std::string& text) noexcept;
+/// The same without what stands before the text: "file:line:column: error: message" is such a text.
+void complainWithoutKind(const char* text) noexcept;
 
 }  // namespace cli

@@ -90,9 +90,9 @@ private:
         Json json = stampAsJson(stored);
         json["current"] = current.empty() ? Json() : Json(current);
         json["comparable"] = isComparable;
-        output.answer(json, {{"sort", stored.m_sSort},
+        output.answer(json, {{"sort", visibleText(sort)},
                              {"strength", stored.m_sStrength},
-                             {"version", stored.m_sVersion},
+                             {"version", visibleText(wideText(stored.m_sVersion, m_sVerified))},
                              {"current", current.empty() ? "there is no such sort" : current},
                              {"comparable", isComparable ? "true" : "false"}});
         return isComparable ? kExitSuccess : kExitNoMatch;
@@ -105,6 +105,7 @@ private:
         LineReader reader([] {}, files.file(), files.name(), '\n');
         std::string line;
         reader.next(line);
+        wideText(line, files.name() + ", line 1");  // JSON holds nothing but UTF-8
         const auto stamp = answers::readStamp(line);
         if (!stamp) {
             throw DataError(files.name() +

@@ -16,6 +16,12 @@ constexpr std::size_t kReadBytes = std::size_t{64} << 10;
 
 }  // namespace
 
+void throwLineTooLong(const std::string& name, std::size_t line)
+{
+    throw UsageError(name + ", line " + std::to_string(line) + ": longer than " + std::to_string(kMostLineBytes) +
+                     " bytes");
+}
+
 LineReader::LineReader(std::function<void()> beforeWaiting)
     : LineReader(std::move(beforeWaiting), STDIN_FILENO, "standard input", '\n')
 {}
@@ -32,6 +38,9 @@ bool LineReader::next(std::string& line)
             return true;
         }
         m_nScanned = m_sBuffer.size();
+        if (m_nScanned - m_nStart > kMostLineBytes) {
+            throwLineTooLong(m_sName, m_nCount + 1);
+        }
         if (!readMore()) {
             break;
         }
@@ -45,6 +54,9 @@ bool LineReader::next(std::string& line)
 
 void LineReader::take(std::string& line, std::size_t length, std::size_t end)
 {
+    if (length > kMostLineBytes) {
+        throwLineTooLong(m_sName, m_nCount + 1);
+    }
     line.assign(m_sBuffer, m_nStart, length);
     m_nStart = m_nScanned = end;
     ++m_nCount;

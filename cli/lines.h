@@ -6,9 +6,15 @@
 
 namespace cli {
 
+/// A line has no more bytes: a stream without line feeds is no reason to take all memory there is.
+inline constexpr std::size_t kMostLineBytes = std::size_t{64} << 20;
+
+/// Throws UsageError, which names the file and the line that has more.
+[[noreturn]] void throwLineTooLong(const std::string& name, std::size_t line);
+
 /// Standard input or a file, line by line. A line ends with a line feed, or with another separator, which is not part
-/// of it; a carriage return is. The last line counts without a separator too, unless it is empty. Lines of any length
-/// and with any bytes.
+/// of it; a carriage return is. The last line counts without a separator too, unless it is empty. Lines of any bytes,
+/// and of at most kMostLineBytes.
 class LineReader
 {
 public:
@@ -17,7 +23,8 @@ public:
     /// Reads an open file, which stays open. `name` is what faults call it.
     LineReader(std::function<void()> beforeWaiting, int file, std::string name, char separator);
 
-    /// Reads the next line; false at the end. Throws DataError when reading fails.
+    /// Reads the next line; false at the end. Throws DataError when reading fails, and UsageError for a line that is
+    /// too long.
     bool next(std::string& line);
     /// How many lines were read.
     std::size_t count() const noexcept { return m_nCount; }

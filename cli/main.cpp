@@ -1,4 +1,7 @@
-#include <cstdio>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <exception>
 #include <new>
 
 #include "arguments.h"
@@ -44,7 +47,7 @@ ExitCode runReporting(int count, char** arguments) noexcept
     } catch (const BrokenPipe&) {
         return kExitData;
     } catch (const vel::XmlException& error) {
-        std::fprintf(stderr, "%s\n", error.what());
+        complainWithoutKind(error.what());
     } catch (const std::bad_alloc&) {
         complain("error", "out of memory");
     } catch (const std::exception& error) {
@@ -54,6 +57,30 @@ ExitCode runReporting(int count, char** arguments) noexcept
     }
     return kExitData;
 }
+
+/// Ends the command where an exception could not be caught: in a static initialiser, or a function that may not throw.
+[[noreturn]] void endUncaught() noexcept
+{
+    try {
+        if (std::current_exception()) {
+            throw;
+        }
+    } catch (const std::bad_alloc&) {
+        complain("error", "out of memory");
+        _exit(kExitData);
+    } catch (...) {
+        // A fault of the program: the core shows where.
+    }
+    std::abort();
+}
+
+struct TerminateHandler
+{
+    TerminateHandler() noexcept { std::set_terminate(endUncaught); }
+};
+
+/// Before every other static object of the command, some of which need memory.
+[[gnu::init_priority(101)]] const TerminateHandler g_terminateHandler;
 
 }  // namespace
 

@@ -16,7 +16,8 @@ public:
     {
         m_tSort.addTo(app);
         app.add_flag("-0,--null", m_bNull, "lines end with NUL, so that a text may hold line feeds");
-        app.add_option("--memory", m_nMegabytes, "megabytes to use before temporary files are (default: 1024)")
+        app.add_option("--memory", m_nMegabytes,
+                       "megabytes to use before temporary files are, the program's own included (default: 1024)")
             ->type_name("MB")
             ->check(CLI::Range(1U, 1U << 20))
             ->take_last();

@@ -93,7 +93,8 @@ void Findings::write(const std::string& file, const Placed& finding)
     json["severity"] = nameOf(problem.m_eSeverity);
     json["rule"] = problem.m_pRule;
     json["message"] = problem.m_sMessage;
-    m_tOutput.row(json, file + ":" + std::to_string(finding.m_nLine) + ":" + std::to_string(finding.m_nColumn) + ": " +
+    m_tOutput.row(json, visibleText(vel::stringFromUtf8(file).value_or(vel::String())) + ":" +
+                            std::to_string(finding.m_nLine) + ":" + std::to_string(finding.m_nColumn) + ": " +
                             nameOf(problem.m_eSeverity) + ": " + problem.m_sMessage + " [" + problem.m_pRule + "]");
     m_bEmpty = false;
 }

@@ -22,6 +22,23 @@ std::uint64_t eightBytes(std::string_view key, std::size_t from) noexcept
     return __builtin_bswap64(bytes);
 }
 
+/// Bytes of a budget that a thread counts together.
+constexpr std::size_t kCountedAtOnce = 4096;
+/// Fewer lines than these are not worth an entry in the list of what is to be sorted, which would be long with many
+/// pairs of equal lines.
+constexpr std::ptrdiff_t kSmallGroup = 8;
+
+/// Room for so many, without the old room beside it while the new one is made, and not for many more. The values are
+/// gone.
+template <typename T>
+void reserveExactly(std::vector<T>& values, std::size_t count)
+{
+    if (values.capacity() < count || values.capacity() / 2 > count) {
+        values = std::vector<T>();
+        values.reserve(count);
+    }
+}
+
 }  // namespace
 
 KeyedLine makeKeyedLine(std::string_view key, std::string_view text) noexcept
@@ -29,28 +46,58 @@ KeyedLine makeKeyedLine(std::string_view key, std::string_view text) noexcept
     return {eightBytes(key, 0), key, text};
 }
 
-void KeyedLines::fill(std::string_view text, char separator, KeyMaker& maker)
+void KeyedLines::clear() noexcept
 {
     m_tLines.clear();
     m_tOrder.clear();
     m_tFault.reset();
     m_tPool.clear();
-    m_tLines.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), separator)));
-    while (!text.empty()) {
+    m_nKeyBytes = 0;
+    m_nTextBytes = 0;
+    m_nLongestText = 0;
+    m_sRest = {};
+}
+
+void KeyedLines::fill(std::string_view text, char separator, KeyMaker& maker, MemoryBudget& budget)
+{
+    clear();
+    reserveExactly(m_tLines, static_cast<std::size_t>(std::count(text.begin(), text.end(), separator)));
+    std::size_t counted = 0;
+    std::size_t used = 0;
+    for (bool isRoom = true; isRoom && !text.empty();) {
         const std::string_view line = text.substr(0, text.find(separator));
-        vel::i18n::RefCollationKey key;
-        if (const auto fault = maker.makeKey(line, m_tPool, key)) {
-            m_tFault = Fault{line.data(), *fault};
+        if (!addLine(line, maker)) {
             return;
         }
-        m_tLines.push_back(makeKeyedLine(key.view(), line));
         text.remove_prefix(line.size() + 1);
+        used = m_nKeyBytes + m_tLines.size() * kBytesPerLine;
+        if (used - counted >= kCountedAtOnce) {
+            isRoom = budget.take(used - counted);
+            counted = used;
+        }
     }
+    m_sRest = text;
     sort();
+}
+
+/// False for one that is no UTF-8.
+bool KeyedLines::addLine(std::string_view line, KeyMaker& maker)
+{
+    vel::i18n::RefCollationKey key;
+    if (const auto fault = maker.makeKey(line, m_tPool, key)) {
+        m_tFault = Fault{line.data(), *fault};
+        return false;
+    }
+    m_nKeyBytes += key.view().size();
+    m_nTextBytes += line.size() + 1;
+    m_nLongestText = std::max(m_nLongestText, line.size());
+    m_tLines.push_back(makeKeyedLine(key.view(), line));
+    return true;
 }
 
 void KeyedLines::sort()
 {
+    reserveExactly(m_tOrder, m_tLines.size());
     m_tOrder.resize(m_tLines.size());
     for (std::size_t i = 0; i < m_tOrder.size(); ++i) {
         m_tOrder[i].m_nLine = static_cast<std::uint32_t>(i);
@@ -61,6 +108,16 @@ void KeyedLines::sort()
         open.pop_back();
         sortGroup(group, open);
     }
+}
+
+/// By all that follows in the keys.
+void KeyedLines::sortSmall(const Group& group) const
+{
+    std::sort(group.m_tBegin, group.m_tEnd, [&](const Entry& a, const Entry& b) {
+        const int order =
+            m_tLines[a.m_nLine].m_sKey.substr(group.m_nFrom).compare(m_tLines[b.m_nLine].m_sKey.substr(group.m_nFrom));
+        return order != 0 ? order < 0 : a.m_nLine < b.m_nLine;
+    });
 }
 
 /// By the next eight bytes of the keys. What is the same in them too, and does not end there, is added to `open`.
@@ -78,7 +135,8 @@ void KeyedLines::sortGroup(const Group& group, std::vector<Group>& open)
             std::find_if(first + 1, group.m_tEnd, [=](const Entry& each) { return each.m_nBytes != first->m_nBytes; });
         // A zero byte is none of a key's: all of them have ended.
         if (last - first > 1 && (first->m_nBytes & 0xFF) != 0) {
-            open.push_back({first, last, group.m_nFrom + sizeof first->m_nBytes});
+            const Group same = {first, last, group.m_nFrom + sizeof first->m_nBytes};
+            last - first < kSmallGroup ? sortSmall(same) : open.push_back(same);
         }
         first = last;
     }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "sorting/keymaker.h"
+#include "sorting/memorybudget.h"
 #include "vel/core/stringpool.h"
 
 namespace cli {
@@ -18,9 +19,6 @@ struct KeyedLine
     std::string_view m_sKey;
     std::string_view m_sText;
 };
-
-/// At most so many lines are sorted at once: they are counted with 32 bits.
-inline constexpr std::size_t kMostRoundBytes = 0xFFFF0000;
 
 KeyedLine makeKeyedLine(std::string_view key, std::string_view text) noexcept;
 
@@ -46,10 +44,17 @@ public:
     };
 
     /// Makes the keys of the lines in `text`, each of which ends with the separator, and sorts. The lines refer to
-    /// `text`.
-    void fill(std::string_view text, char separator, KeyMaker& maker);
+    /// `text`. Ends with the line for which the budget is too small, though never before the first; rest() is then what
+    /// was not looked at.
+    void fill(std::string_view text, char separator, KeyMaker& maker, MemoryBudget& budget);
+    /// No lines.
+    void clear() noexcept;
     const std::optional<Fault>& fault() const noexcept { return m_tFault; }
+    std::string_view rest() const noexcept { return m_sRest; }
     std::size_t size() const noexcept { return m_tOrder.size(); }
+    std::size_t keyBytes() const noexcept { return m_nKeyBytes; }
+    std::size_t textBytes() const noexcept { return m_nTextBytes; }
+    std::size_t longestText() const noexcept { return m_nLongestText; }
     /// By its place in the order.
     const KeyedLine& operator[](std::size_t place) const noexcept { return m_tLines[m_tOrder[place].m_nLine]; }
 
@@ -69,13 +74,23 @@ private:
         std::size_t m_nFrom;
     };
 
+    bool addLine(std::string_view line, KeyMaker& maker);
     void sort();
     void sortGroup(const Group& group, std::vector<Group>& open);
+    void sortSmall(const Group& group) const;
 
     vel::NarrowStringPool m_tPool{std::size_t{1} << 20};
     std::vector<KeyedLine> m_tLines;  // in the order of the input
     std::vector<Entry> m_tOrder;
+    std::size_t m_nKeyBytes = 0;
+    std::size_t m_nTextBytes = 0;  // with the separators
+    std::size_t m_nLongestText = 0;
+    std::string_view m_sRest;
     std::optional<Fault> m_tFault;
+
+public:
+    /// What a line takes beside its text and its key.
+    static constexpr std::size_t kBytesPerLine = sizeof(KeyedLine) + sizeof(Entry) + sizeof(Group) / 8;
 };
 
 }  // namespace cli

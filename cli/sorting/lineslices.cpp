@@ -7,21 +7,27 @@ namespace cli {
 
 namespace {
 
-/// One line of so many is looked at to find the cuts.
-constexpr std::size_t kLinesPerSample = 512;
+/// Of a slice: enough for a thread to be worth its start.
+constexpr std::size_t kLinesPerSlice = 8192;
 /// With more of them in a slice, slices differ less in size.
 constexpr std::size_t kSamplesPerSlice = 16;
+/// A slice's text is that share of the memory: several are written at once, and JSON makes six bytes of some.
+constexpr std::size_t kSlicesInMemory = 512;
 
 }  // namespace
 
-LineSlices::LineSlices(const std::vector<std::unique_ptr<KeyedLines>>& parts)
+LineSlices::LineSlices(const std::vector<std::unique_ptr<KeyedLines>>& parts, std::size_t memory)
     : m_tParts(parts), m_tCuts{Cut(parts.size(), 0)}
 {
-    const std::vector<Place> places = samples();
-    for (std::size_t i = kSamplesPerSlice; i < places.size(); i += kSamplesPerSlice) {
-        Cut& cut = m_tCuts.emplace_back();
-        for (std::size_t part = 0; part < parts.size(); ++part) {
-            cut.push_back(countBefore(places[i], part));
+    double share = 0;
+    for (const Sample& sample : samples(memory / kSlicesInMemory)) {
+        share += sample.m_nShare;
+        if (share >= 1) {
+            Cut& cut = m_tCuts.emplace_back();
+            for (std::size_t part = 0; part < parts.size(); ++part) {
+                cut.push_back(countBefore(sample.m_tPlace, part));
+            }
+            share = 0;
         }
     }
     Cut& end = m_tCuts.emplace_back();
@@ -31,16 +37,29 @@ LineSlices::LineSlices(const std::vector<std::unique_ptr<KeyedLines>>& parts)
 }
 
 /// In order.
-std::vector<LineSlices::Place> LineSlices::samples() const
+std::vector<LineSlices::Sample> LineSlices::samples(std::size_t sliceBytes) const
 {
-    std::vector<Place> places;
+    const double line = 1.0 / kLinesPerSlice;
+    const double byte = 1.0 / static_cast<double>(sliceBytes);
+    std::vector<Sample> samples;
     for (std::size_t part = 0; part < m_tParts.size(); ++part) {
-        for (std::size_t i = kLinesPerSample; i < m_tParts[part]->size(); i += kLinesPerSample) {
-            places.push_back({part, i});
+        const KeyedLines& lines = *m_tParts[part];
+        // Lines lie anywhere in memory: none but the samples are looked at, where no slice could have too much text.
+        const bool isShort = lines.longestText() <= sliceBytes / kLinesPerSlice;
+        const std::size_t step = isShort ? kLinesPerSlice / kSamplesPerSlice : 1;
+        double share = 0;
+        for (std::size_t i = 0; i < lines.size(); i += step) {
+            if (share >= 1.0 / kSamplesPerSlice) {
+                samples.push_back({{part, i}, share});
+                share = 0;
+            }
+            share += line * static_cast<double>(step);
+            share += isShort ? 0 : byte * static_cast<double>(lines[i].m_sText.size());
         }
     }
-    std::sort(places.begin(), places.end(), [this](const Place& a, const Place& b) { return isBefore(a, b); });
-    return places;
+    std::sort(samples.begin(), samples.end(),
+              [this](const Sample& a, const Sample& b) { return isBefore(a.m_tPlace, b.m_tPlace); });
+    return samples;
 }
 
 bool LineSlices::isBefore(const Place& a, const Place& b) const noexcept

@@ -14,8 +14,9 @@ namespace cli {
 class LineSlices
 {
 public:
-    /// The parts must outlive it.
-    explicit LineSlices(const std::vector<std::unique_ptr<KeyedLines>>& parts);
+    /// The parts must outlive it. `memory`: bytes of which a slice's text takes no more than a small share, unless its
+    /// lines are long.
+    LineSlices(const std::vector<std::unique_ptr<KeyedLines>>& parts, std::size_t memory);
 
     std::size_t size() const noexcept { return m_tCuts.size() - 1; }
     /// The lines of a slice, a source for each part. May be called by several threads at once.
@@ -28,10 +29,16 @@ private:
         std::size_t m_nPart;
         std::size_t m_nIndex;
     };
+    /// A line, and what comes before it since the sample before: its size as a share of a slice's.
+    struct Sample
+    {
+        Place m_tPlace;
+        double m_nShare;
+    };
     /// For each part, how many of its lines come before the cut.
     using Cut = std::vector<std::size_t>;
 
-    std::vector<Place> samples() const;
+    std::vector<Sample> samples(std::size_t sliceBytes) const;
     bool isBefore(const Place& a, const Place& b) const noexcept;
     std::size_t countBefore(const Place& place, std::size_t part) const noexcept;
 

@@ -9,7 +9,7 @@
 
 #include "progress.h"
 #include "sorting/keyedlines.h"
-#include "sorting/runfile.h"
+#include "sorting/sortedruns.h"
 #include "sorting/textround.h"
 
 namespace cli {
@@ -19,7 +19,9 @@ namespace cli {
 class LineSorter
 {
 public:
-    /// `memory`: about how many bytes may be used. Throws UsageError for a sort that does not exist.
+    /// `memory`: how many bytes the process may use. It needs some 16 MB of them for itself, which come on top where
+    /// less than 32 MB are given, and more than what is given where it cannot hold a line that is longer than a
+    /// hundredth of it. Throws UsageError for a sort that does not exist.
     LineSorter(const vel::String& sort, vel::i18n::CollationStrength strength, std::size_t memory, char separator);
 
     /// Adds a line to text as it is to be written. Called by several threads at once.
@@ -32,17 +34,19 @@ public:
     void sort(InputFiles& files, const Append& append, const Take& take);
 
 private:
-    void sortRound(const TextRound& round);
+    void sortRound(TextRound& round);
+    void keepWhatFitted(TextRound& round);
+    void learnCost();
     void addRun();
     void handOverRound(const Append& append, const Take& take) const;
-    void handOverRuns(const Append& append, const Take& take) const;
-    std::vector<std::unique_ptr<LineSource>> runSources() const;
+    void handOverRuns(const Append& append, const Take& take);
 
     std::size_t m_nMemory;
+    TextCost m_tCost;
     char m_cSeparator;
     std::vector<std::unique_ptr<KeyMaker>> m_tMakers;   // one a thread
     std::vector<std::unique_ptr<KeyedLines>> m_tParts;  // of the round, one a thread
-    std::vector<std::unique_ptr<RunFile>> m_tRuns;
+    SortedRuns m_tRuns;
     std::size_t m_nLines = 0;
     Progress m_tProgress;
 };

@@ -1,5 +1,6 @@
 #include "sorting/runfile.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -13,8 +14,6 @@
 namespace cli {
 
 namespace {
-
-constexpr std::size_t kBufferBytes = std::size_t{256} << 10;
 
 /// What stands before a line's key and text.
 struct Lengths
@@ -31,7 +30,7 @@ struct Lengths
 class RunSource final : public LineSource
 {
 public:
-    explicit RunSource(int file) : m_hFile(file) {}
+    RunSource(int file, std::size_t bufferBytes) : m_hFile(file), m_nBufferBytes(bufferBytes) {}
 
     bool next() override
     {
@@ -59,7 +58,7 @@ private:
             m_sBuffer.erase(0, m_nStart);
             m_nStart = 0;
             const std::size_t held = m_sBuffer.size();
-            m_sBuffer.resize(std::max(count, kBufferBytes));
+            m_sBuffer.resize(std::max(count, m_nBufferBytes));
             // By place: the file of a run is not shared, but its position is with the writer.
             const ssize_t got = ::pread(m_hFile, m_sBuffer.data() + held, m_sBuffer.size() - held, m_nPlace);
             if (got < 0 && errno != EINTR) {
@@ -75,6 +74,7 @@ private:
     }
 
     int m_hFile;
+    std::size_t m_nBufferBytes;
     off_t m_nPlace = 0;
     std::string m_sBuffer;
     std::size_t m_nStart = 0;
@@ -84,7 +84,7 @@ int makeFile()
 {
     const char* folder = std::getenv("TMPDIR");
     std::string name = std::string(folder == nullptr || *folder == '\0' ? "/tmp" : folder) + "/webi18n-sort-XXXXXX";
-    const int file = ::mkstemp(name.data());
+    const int file = ::mkostemp(name.data(), O_CLOEXEC);
     if (file < 0) {
         throw DataError(name + ": a temporary file cannot be made: " + std::strerror(errno));
     }
@@ -94,7 +94,7 @@ int makeFile()
 
 }  // namespace
 
-RunFile::RunFile() : m_hFile(makeFile())
+RunFile::RunFile(std::size_t bufferBytes) : m_hFile(makeFile()), m_nBufferBytes(bufferBytes)
 {}
 
 RunFile::~RunFile()
@@ -107,7 +107,8 @@ void RunFile::write(const KeyedLine& line)
     const Lengths lengths = {line.m_sKey.size(), line.m_sText.size()};
     m_sBuffer.append(reinterpret_cast<const char*>(&lengths), sizeof lengths);
     m_sBuffer.append(line.m_sKey).append(line.m_sText);
-    if (m_sBuffer.size() >= kBufferBytes) {
+    m_nLongest = std::max(m_nLongest, sizeof lengths + line.m_sKey.size() + line.m_sText.size());
+    if (m_sBuffer.size() >= m_nBufferBytes) {
         flush();
     }
 }
@@ -128,7 +129,8 @@ void RunFile::flush()
 std::unique_ptr<LineSource> RunFile::read()
 {
     flush();
-    return std::make_unique<RunSource>(m_hFile);
+    m_sBuffer = std::string();
+    return std::make_unique<RunSource>(m_hFile, m_nBufferBytes);
 }
 
 }  // namespace cli

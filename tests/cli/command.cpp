@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -63,15 +64,35 @@ int start(const Arguments& arguments, const Setting& setting, const Streams& str
     return child;
 }
 
-int waitFor(int child)
+/// What an ended process has written, before it is waited for.
+std::size_t writtenBy(int child)
 {
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0) {
+    std::ifstream in("/proc/" + std::to_string(child) + "/io");
+    for (std::string name, value; in >> name >> value;) {
+        if (name == "wchar:") {
+            return std::stoul(value);
+        }
+    }
+    return 0;
+}
+
+/// Its exit status, and what it took.
+Outcome waitFor(int child)
+{
+    Outcome outcome;
+    siginfo_t info{};
+    while (waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOWAIT) < 0) {
         if (errno != EINTR) {
             throw std::runtime_error("the command cannot be waited for");
         }
     }
-    return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+    outcome.m_nWritten = writtenBy(child);
+    int status = 0;
+    rusage usage{};
+    wait4(child, &status, 0, &usage);
+    outcome.m_nPeakKilobytes = static_cast<std::size_t>(usage.ru_maxrss);
+    outcome.m_nExit = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+    return outcome;
 }
 
 std::string contents(const std::filesystem::path& file)
@@ -119,10 +140,10 @@ Outcome run(const Arguments& arguments, const Setting& setting)
     folder.write("in", setting.m_sInput);
     const std::string out = (folder.native() / "out").string();
     const std::string error = (folder.native() / "error").string();
-    const Streams streams = {open((folder.native() / "in").c_str(), O_RDONLY | O_CLOEXEC),
+    const std::string in = setting.m_sInputFile.empty() ? (folder.native() / "in").string() : setting.m_sInputFile;
+    const Streams streams = {open(in.c_str(), O_RDONLY | O_CLOEXEC),
                              openTo(setting.m_sOutput.empty() ? out : setting.m_sOutput), openTo(error)};
-    Outcome outcome;
-    outcome.m_nExit = waitFor(start(arguments, setting, streams));
+    Outcome outcome = waitFor(start(arguments, setting, streams));
     for (const int each : {streams.m_nIn, streams.m_nOut, streams.m_nError}) {
         close(each);
     }
@@ -169,12 +190,20 @@ Dialogue::~Dialogue()
     }
 }
 
+void Dialogue::send(const std::string& bytes)
+{
+    for (std::size_t sent = 0; sent < bytes.size();) {
+        const ssize_t count = write(m_nToChild, bytes.data() + sent, bytes.size() - sent);
+        if (count < 0) {
+            throw std::runtime_error("the command reads no more");
+        }
+        sent += static_cast<std::size_t>(count);
+    }
+}
+
 std::string Dialogue::ask(const std::string& line)
 {
-    const std::string sent = line + "\n";
-    if (write(m_nToChild, sent.data(), sent.size()) != static_cast<ssize_t>(sent.size())) {
-        return "(cannot be written)";
-    }
+    send(line + "\n");
     std::string answer;
     char character = 0;
     while (read(m_nFromChild, &character, 1) == 1 && character != '\n') {
@@ -186,7 +215,7 @@ std::string Dialogue::ask(const std::string& line)
 int Dialogue::finish()
 {
     close(m_nToChild);
-    const int status = waitFor(m_nChild);
+    const int status = waitFor(m_nChild).m_nExit;
     m_nChild = -1;
     return status;
 }

@@ -14,7 +14,9 @@ struct Outcome
 {
     std::string m_sOut;
     std::string m_sError;
-    int m_nExit = -1;  ///< the exit status; 128 and the signal's number when a signal ended it
+    int m_nExit = -1;                  ///< the exit status; 128 and the signal's number when a signal ended it
+    std::size_t m_nPeakKilobytes = 0;  ///< of memory; not below what the test held when it started the command
+    std::size_t m_nWritten = 0;        ///< bytes to files of any kind
 
     std::vector<std::string> lines() const;
     /// The lines of the output, each a JSON object.
@@ -27,10 +29,11 @@ struct Outcome
 struct Setting
 {
     std::string m_sInput;
-    std::string m_sFolder;   ///< the working folder; empty: this process's
-    std::string m_sData;     ///< WEBI18N_DATA; not set when empty
-    std::string m_sProgram;  ///< empty: the built command
-    std::string m_sOutput;   ///< a file to write to instead of being caught
+    std::string m_sInputFile;  ///< to read from instead
+    std::string m_sFolder;     ///< the working folder; empty: this process's
+    std::string m_sData;       ///< WEBI18N_DATA; not set when empty
+    std::string m_sProgram;    ///< empty: the built command
+    std::string m_sOutput;     ///< a file to write to instead of being caught
 };
 
 /// Runs the real program and waits for it.
@@ -52,10 +55,13 @@ public:
     Dialogue(const Dialogue&) = delete;
     Dialogue& operator=(const Dialogue&) = delete;
 
+    /// Sends all of it; ends when it is read, but for what a pipe holds.
+    void send(const std::string& bytes);
     /// Sends a line and waits for one.
     std::string ask(const std::string& line);
     /// Ends the input and waits; the exit status.
     int finish();
+    int process() const noexcept { return m_nChild; }
 
 private:
     int m_nChild = -1;
