@@ -6,6 +6,7 @@
 #include "check/webencodings.h"
 #include "text.h"
 #include "vel/transcoding/universaltranscoding.h"
+#include "webi18n/charactersetresolver.h"
 
 namespace cli {
 
@@ -170,9 +171,10 @@ private:
     void findLists();
     void checkList(const XmlElement& list);
     bool checkName(const XmlElement& list);
-    bool checkEntry(const XmlElement& entry, NameSet& labels);
-    void checkEncodingLabel(const XmlElement& entry, const String& converter);
-    bool checkInclusion(const XmlElement& inclusion, const XmlElement& list);
+    std::size_t checkChildren(const XmlElement& list);
+    std::size_t checkEntry(const XmlElement& entry, NameSet& labels);
+    void checkEncodingLabel(const XmlElement& entry, const String& label, const String& converter);
+    std::size_t checkInclusion(const XmlElement& inclusion, const XmlElement& list);
     bool knowsCharacterSets() const
     {
         return m_tKnowledge.m_bAllCharacterSetsRead && !m_tKnowledge.m_tCharacterSets.empty();
@@ -182,6 +184,7 @@ private:
     Knowledge& m_tKnowledge;
     Findings& m_tFindings;
     std::map<std::wstring_view, const XmlElement*, vel::NoCaseCompareLess> m_tLists;  // all of the file
+    std::size_t m_nEntries = 0;                                                       // of those that are taken
 };
 
 void CharacterSetListsCheck::run()
@@ -212,29 +215,42 @@ void CharacterSetListsCheck::checkList(const XmlElement& list)
     if (!checkName(list)) {
         return;
     }
+    const std::size_t entries = checkChildren(list);
+    const std::wstring_view name = list.attribute(L"name");
+    if (entries == 0) {
+        m_tFindings.add(list, {kWarning, "empty-list",
+                               "the list " + quotedName(name) + " has no entry, so there is no such list: add one"});
+    } else if (m_nEntries + entries > vel::CharacterSetResolver::kMostListEntries) {
+        m_tFindings.add(list, {kWarning, "too-many-entries",
+                               "with the list " + quotedName(name) + " this file's would have more than " +
+                                   std::to_string(vel::CharacterSetResolver::kMostListEntries) +
+                                   " entries, so it is skipped: let it include fewer lists"});
+    } else {
+        m_nEntries += entries;
+        m_tKnowledge.m_tCharacterSetLists.emplace(name, entries);
+    }
+}
+
+/// As how many entries those count that the list gains.
+std::size_t CharacterSetListsCheck::checkChildren(const XmlElement& list)
+{
     std::size_t entries = 0;
     bool isAfterInclusion = false;
     NameSet labels;
     for (const XmlElement& child : vel::children(list)) {
         if (child.name() == L"characterSetList") {
-            entries += checkInclusion(child, list) ? 1 : 0;
+            entries += checkInclusion(child, list);
             isAfterInclusion = true;
             continue;
         }
-        entries += checkEntry(child, labels) ? 1 : 0;
+        entries += checkEntry(child, labels);
         if (isAfterInclusion && child.name() == L"characterSet") {
             m_tFindings.add(child, {kMinorWarning, "entry-after-list",
                                     "a list's own character sets come before those of other lists wherever they " +
                                         std::string("stand: write this one in front of them")});
         }
     }
-    const std::wstring_view name = list.attribute(L"name");
-    if (entries == 0) {
-        m_tFindings.add(list, {kWarning, "empty-list",
-                               "the list " + quotedName(name) + " has no entry, so there is no such list: add one"});
-        return;
-    }
-    m_tKnowledge.m_tCharacterSetLists.emplace(name);
+    return entries;
 }
 
 /// Whether the loader takes the list. Of one name it takes the first that has an entry.
@@ -254,20 +270,20 @@ bool CharacterSetListsCheck::checkName(const XmlElement& list)
     return true;
 }
 
-/// Whether the list gains an entry by it.
-bool CharacterSetListsCheck::checkEntry(const XmlElement& entry, NameSet& labels)
+/// As how many entries it counts; 0 when the list gains none by it.
+std::size_t CharacterSetListsCheck::checkEntry(const XmlElement& entry, NameSet& labels)
 {
     const String name(entry.attribute(L"name"));
     if (entry.name() != L"characterSet") {
         m_tFindings.add(entry, {kWarning, "skipped-element",
                                 "<" + visibleText(entry.name()) + "> is skipped: a list holds <characterSet> and " +
                                     "<characterSetList> elements"});
-        return false;
+        return 0;
     }
     if (name.isEmpty()) {
         m_tFindings.add(entry,
                         {kWarning, "entry-without-name", "an entry without a name is skipped: name a character set"});
-        return false;
+        return 0;
     }
     const auto definition = m_tKnowledge.m_tCharacterSets.find(name);
     if (definition == m_tKnowledge.m_tCharacterSets.end()) {
@@ -276,23 +292,29 @@ bool CharacterSetListsCheck::checkEntry(const XmlElement& entry, NameSet& labels
                                     "there is no character set " + quotedName(name) +
                                         ", so the entry is skipped: " + "correct the name or define it"});
         }
-        return !knowsCharacterSets();
+        return knowsCharacterSets() ? 0 : 1;
     }
-    checkEncodingLabel(entry, definition->second);
-    const String label(entry.attribute(L"label"));
-    if (!labels.insert(label.isEmpty() ? name : label).second) {
+    const std::wstring_view own = entry.attribute(L"label");
+    const String label = own.empty() ? name : String(own);
+    checkEncodingLabel(entry, label, definition->second);
+    if (!labels.insert(label).second) {
         m_tFindings.add(entry, {kMinorWarning, "duplicate-entry",
-                                "the label " + quotedName(label.isEmpty() ? name : label) + " stands in this list " +
+                                "the label " + quotedName(label) + " stands in this list " +
                                     "already, so this entry is not found by it: keep one of them"});
     }
-    return true;
+    return vel::CharacterSetResolver::weightOfEntry(label.view());
 }
 
-/// The label of the entry's own; where it has none, the definition's is judged there.
-void CharacterSetListsCheck::checkEncodingLabel(const XmlElement& entry, const String& converter)
+/// What readers make of a label is judged here for one of the entry's own; for the definition's, where that stands.
+void CharacterSetListsCheck::checkEncodingLabel(const XmlElement& entry, const String& label, const String& converter)
 {
-    const std::wstring_view label = entry.attribute(L"label");
-    if (label.empty()) {
+    if (!vel::isEncodingLabel(label.view())) {
+        m_tFindings.add(entry, {kWarning, "label-not-a-token",
+                                "no response can announce the label " + quotedName(label) +
+                                    ": write ASCII letters, digits, '-', '_' and '.' only"});
+        return;
+    }
+    if (entry.attribute(L"label").empty()) {
         return;
     }
     if (!isRegisteredLabel(label)) {
@@ -302,16 +324,17 @@ void CharacterSetListsCheck::checkEncodingLabel(const XmlElement& entry, const S
     }
 }
 
-/// Whether the list gains entries by it.
-bool CharacterSetListsCheck::checkInclusion(const XmlElement& inclusion, const XmlElement& list)
+/// As how many entries those count that the list gains by it.
+std::size_t CharacterSetListsCheck::checkInclusion(const XmlElement& inclusion, const XmlElement& list)
 {
     const std::wstring_view name = inclusion.attribute(L"name");
     if (name.empty()) {
         m_tFindings.add(inclusion, {kWarning, "entry-without-name", "an entry without a name is skipped: name a list"});
-        return false;
+        return 0;
     }
-    if (m_tKnowledge.m_tCharacterSetLists.count(name) != 0) {
-        return true;
+    if (const auto known = m_tKnowledge.m_tCharacterSetLists.find(name);
+        known != m_tKnowledge.m_tCharacterSetLists.end()) {
+        return known->second;
     }
     const auto found = m_tLists.find(name);
     const bool isLater = found != m_tLists.end() && found->second->line() > inclusion.line();
@@ -321,7 +344,7 @@ bool CharacterSetListsCheck::checkInclusion(const XmlElement& inclusion, const X
     m_tFindings.add(inclusion, {kWarning, isLater ? "later-list" : "unknown-list",
                                 "the list " + quotedName(name) + " " + problem +
                                     ", so nothing is taken from it: " + (isLater ? "move it up" : "correct the name")});
-    return !m_tKnowledge.m_bAllCharacterSetListsRead;
+    return m_tKnowledge.m_bAllCharacterSetListsRead ? 0 : 1;
 }
 
 }  // namespace

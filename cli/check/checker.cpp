@@ -13,6 +13,7 @@
 #include "check/lists.h"
 #include "check/mapping.h"
 #include "check/messages.h"
+#include "check/prefixedattributes.h"
 #include "text.h"
 #include "vel/messages/messagefilesregistry.h"
 
@@ -269,10 +270,20 @@ void Checker::checkKind(FileKind kind)
 
 void Checker::checkSource(const Source& source)
 {
+    if (const vel::XmlRemark* const remark = source.m_tDocument.encodingRemark(); remark != nullptr) {
+        m_tFindings.add(remark->m_nLine, remark->m_nColumn,
+                        {kWarning, "encoding-declaration", visibleText(remark->m_sText)});
+    }
+    checkPrefixedAttributes(source.m_tDocument.root(), m_tFindings);
+    checkContents(source);
+}
+
+void Checker::checkContents(const Source& source)
+{
     const XmlElement& root = source.m_tDocument.root();
     switch (source.m_eKind) {
     case kMessagesFile: {
-        std::unordered_set<String> ignored;
+        std::set<String> ignored;
         checkMessages(root, m_tKnowledge.m_tMessageKeys ? *m_tKnowledge.m_tMessageKeys : ignored, m_tFindings);
         break;
     }

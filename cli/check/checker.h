@@ -61,6 +61,7 @@ private:
 
     void checkKind(FileKind kind);
     void checkSource(const Source& source);
+    void checkContents(const Source& source);
     void checkSettings();
     std::optional<NameSet> findAllowed() const;
     NameSet givenNames() const;

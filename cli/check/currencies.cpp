@@ -1,8 +1,8 @@
 #include "check/currencies.h"
 
+#include <map>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <utility>
 
 #include "check/currencyattributes.h"
@@ -17,7 +17,7 @@ using vel::String;
 using vel::XmlElement;
 
 /// The places of texts that must not stand twice.
-using Seen = std::unordered_map<std::wstring_view, const XmlElement*>;
+using Seen = std::map<std::wstring_view, const XmlElement*>;
 
 class CurrenciesCheck
 {

@@ -3,7 +3,6 @@
 #include <array>
 #include <map>
 #include <string>
-#include <unordered_map>
 #include <utility>
 
 #include "check/properties.h"
@@ -18,7 +17,7 @@ using vel::String;
 using vel::XmlElement;
 
 /// The elements that set a definition's properties, the last of each name.
-using OwnProperties = std::unordered_map<std::wstring_view, const XmlElement*>;
+using OwnProperties = std::map<std::wstring_view, const XmlElement*>;
 
 /// Two separators that must not be the same, and the properties that set them.
 struct Conflict

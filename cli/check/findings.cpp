@@ -56,8 +56,13 @@ void Findings::begin(const vel::String& file, bool reported)
 
 void Findings::add(const vel::XmlElement& place, Problem problem)
 {
+    add(place.line(), place.column(), std::move(problem));
+}
+
+void Findings::add(std::uint32_t line, std::uint32_t column, Problem problem)
+{
     if (m_bReported) {
-        m_vPlaced.push_back({place.line(), place.column(), std::move(problem)});
+        m_vPlaced.push_back({line, column, std::move(problem)});
     }
 }
 

@@ -39,6 +39,8 @@ public:
     /// what others need of it.
     void begin(const vel::String& file, bool reported);
     void add(const vel::XmlElement& place, Problem problem);
+    /// The same of a place outside the elements; line and column from 1.
+    void add(std::uint32_t line, std::uint32_t column, Problem problem);
     /// Writes what was found since begin().
     void end();
     /// A file that cannot be read, outside begin() and end().

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <set>
-#include <unordered_map>
-#include <unordered_set>
 
 #include "vel/core/nocasecompare.h"
 #include "vel/core/string.h"
@@ -19,17 +18,18 @@ using NameSet = std::set<vel::String, vel::NoCaseCompareLess>;
 /// judged: one file that cannot be read must not make every name in the others look wrong.
 struct Knowledge
 {
-    using TagsBySymbol = std::unordered_map<vel::String, vel::String>;
+    // Ordered, as what a file names must not be able to make a table slow.
+    using TagsBySymbol = std::map<vel::String, vel::String>;
 
-    vel::LocaleMap m_tDefinitions;                                  ///< by name, with what they inherit
-    bool m_bAllDefinitionsRead = true;                              ///< no definitions file was unreadable
-    std::optional<NameSet> m_tAllowed;                              ///< nothing: not configured, or unreadable
-    std::optional<std::unordered_set<vel::String>> m_tMessageKeys;  ///< of all languages; nothing: no messages
-    TagsBySymbol m_tInternationalSymbols;                           ///< of international currencies
+    vel::LocaleMap m_tDefinitions;                        ///< by name, with what they inherit
+    bool m_bAllDefinitionsRead = true;                    ///< no definitions file was unreadable
+    std::optional<NameSet> m_tAllowed;                    ///< nothing: not configured, or unreadable
+    std::optional<std::set<vel::String>> m_tMessageKeys;  ///< of all languages; nothing: no messages
+    TagsBySymbol m_tInternationalSymbols;                 ///< of international currencies
     std::map<vel::String, TagsBySymbol, vel::NoCaseCompareLess> m_tLocalSymbols;  ///< of local ones, by locale
 
-    std::map<vel::String, vel::String, vel::NoCaseCompareLess> m_tCharacterSets;  ///< the converter used, by label
-    NameSet m_tCharacterSetLists;
+    std::map<vel::String, vel::String, vel::NoCaseCompareLess> m_tCharacterSets;      ///< the converter used, by label
+    std::map<vel::String, std::size_t, vel::NoCaseCompareLess> m_tCharacterSetLists;  ///< as how many entries, by name
     bool m_bAllCharacterSetsRead = true;      ///< no file of them was unreadable
     bool m_bAllCharacterSetListsRead = true;  ///< no file of them was unreadable
 

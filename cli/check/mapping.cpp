@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -58,7 +58,7 @@ private:
     Findings& m_tFindings;
     const XmlElement* m_pMapping = nullptr;
     std::vector<Rule> m_vRules;
-    std::unordered_set<std::wstring_view> m_tPatterns;
+    std::set<std::wstring_view> m_tPatterns;
     RuleCover m_tCover;
     std::size_t m_nNotAllowed = 0;
     bool m_bSaidNotAllowed = false;

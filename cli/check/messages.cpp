@@ -1,15 +1,15 @@
 #include "check/messages.h"
 
+#include <map>
 #include <string>
-#include <unordered_map>
 
 #include "text.h"
 
 namespace cli {
 
-void checkMessages(const vel::XmlElement& root, std::unordered_set<vel::String>& keys, Findings& findings)
+void checkMessages(const vel::XmlElement& root, std::set<vel::String>& keys, Findings& findings)
 {
-    std::unordered_map<std::wstring_view, const vel::XmlElement*> seen;
+    std::map<std::wstring_view, const vel::XmlElement*> seen;
     for (const vel::XmlElement& message : vel::children(root)) {
         const std::wstring_view key = message.attribute(L"key");
         if (message.name() != L"message") {

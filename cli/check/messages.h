@@ -1,6 +1,6 @@
 #pragma once
 
-#include <unordered_set>
+#include <set>
 
 #include "check/findings.h"
 #include "vel/xml/xmlelement.h"
@@ -8,6 +8,6 @@
 namespace cli {
 
 /// Judges a message file and adds its keys to those that are known.
-void checkMessages(const vel::XmlElement& root, std::unordered_set<vel::String>& keys, Findings& findings);
+void checkMessages(const vel::XmlElement& root, std::set<vel::String>& keys, Findings& findings);
 
 }  // namespace cli

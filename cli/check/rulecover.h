@@ -1,16 +1,16 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace cli {
 
-/// The texts that the rules so far take, to tell whether a later rule can ever apply. Time per pattern is linear in its
-/// length. A pattern with a "*" takes the texts that begin with what stands before its first "*", one without just
-/// itself.
+/// The texts that the rules so far take, to tell whether a later rule can ever apply. Time per pattern is that of its
+/// length and the logarithm of what was taken before. A pattern with a "*" takes the texts that begin with what stands
+/// before its first "*", one without just itself.
 class RuleCover
 {
 public:
@@ -40,7 +40,7 @@ private:
     }
 
     std::vector<Node> m_vNodes;  // the first is the empty prefix
-    std::unordered_map<std::uint64_t, NodeIndex> m_tEdges;
+    std::map<std::uint64_t, NodeIndex> m_tEdges;
 };
 
 }  // namespace cli

@@ -64,7 +64,7 @@ constexpr Row kRows[] = {
     {"x-mac-cyrillic", "macos-7_3-10.2", "x-mac-cyrillic x-mac-ukrainian"},
     {"gbk", "ibm-1386_P100-2001 windows-936-2000",
      "chinese csgb2312 csiso58gb231280 gb2312 gb_2312 gb_2312-80 gbk iso-ir-58 x-gbk"},
-    {"gb18030", "gb18030 gb18030-2022", "gb18030"},  // two editions of the standard: each ICU has one of them
+    {"gb18030", "gb18030", "gb18030"},
     {"big5", "ibm-1375_P100-2008 ibm-5471_P100-2006", "big5 big5-hkscs cn-big5 csbig5 x-x-big5"},
     {"euc-jp", "euc-jp-2007", "cseucpkdfmtjapanese euc-jp x-euc-jp"},
     {"iso-2022-jp", "ISO_2022,locale=ja,version=0", "csiso2022jp iso-2022-jp"},

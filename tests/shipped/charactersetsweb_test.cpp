@@ -83,27 +83,12 @@ std::string rangesOf(const std::set<char32_t>& characters)
 
 using Listed = std::map<std::pair<std::string, std::string>, std::string>;
 
-/// Whether a row is for the table that this ICU has: behind the implementation may stand "@", and ICU's own name of it.
-bool isForThisIcu(const std::string& implementation, std::size_t at)
-{
-    if (at == std::string::npos) {
-        return true;
-    }
-    const vel::UniversalTranscoding here(vel::stringFromUtf8(implementation.substr(0, at)).value());
-    return here.getCanonicalName() == vel::stringFromUtf8(implementation.substr(at + 1)).value();
-}
-
 /// Rows: implementation | kind | code points | reason.
 Listed listedDifferences()
 {
     Listed listed;
     for (const testsupport::TextRow& row : testsupport::readRows(WEBI18N_SOURCE_DIR "/webdifferences.txt", 4)) {
-        const std::string& implementation = row.field(0);
-        const std::size_t at = implementation.find('@');
-        if (isForThisIcu(implementation, at)) {
-            const auto key = std::pair(implementation.substr(0, at), row.field(1));
-            EXPECT_TRUE(listed.try_emplace(key, row.field(2)).second) << row.m_sPlace;
-        }
+        EXPECT_TRUE(listed.try_emplace({row.field(0), row.field(1)}, row.field(2)).second) << row.m_sPlace;
         EXPECT_FALSE(row.field(3).empty()) << row.m_sPlace;
     }
     return listed;
