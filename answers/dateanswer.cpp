@@ -7,7 +7,6 @@
 
 namespace answers {
 
-using vel::DateTime;
 using vel::Locale;
 using vel::ParseDateTime;
 using vel::String;

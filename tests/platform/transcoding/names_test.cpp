@@ -24,7 +24,7 @@ TEST(TranscodingNames, AreFoundByNameAndAliasByIcusRules)
 
 TEST(TranscodingNames, OthersAreNotAvailable)
 {
-    const String longest(std::wstring(100000, L'a'));
+    const String longest(std::wstring(100000, L'a').c_str());
     for (const String& name : {String(), String(L" "), String(L"utf-9"), String(L"utf-8\0", 6), String(L"utf-8\u0661"),
                                String(L"\xFFFFFFFF"), String(L"../../etc/passwd"), longest}) {
         EXPECT_FALSE(UniversalTranscoding::isTranscodingAvailable(name));
