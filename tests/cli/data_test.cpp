@@ -42,7 +42,9 @@ TEST(Data, theFolderBesideTheProgramIsTakenByItself)
                           std::filesystem::copy_options::recursive);
     Setting setting;
     setting.m_sProgram = (prefix.native() / "bin" / "webi18n").string();
-    std::filesystem::copy_file(WEBI18N_COMMAND, setting.m_sProgram);
+    const std::filesystem::path command(WEBI18N_COMMAND);
+    std::filesystem::copy_file(command, setting.m_sProgram);
+    std::filesystem::create_directory_symlink(command.parent_path().parent_path() / "lib", prefix.native() / "lib");
     EXPECT_EQ(run({"languages"}, setting).m_sOut, "languages: en fr\n");
 }
 
