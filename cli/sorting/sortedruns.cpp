@@ -16,6 +16,7 @@ constexpr std::size_t kMostBufferBytes = std::size_t{256} << 10;
 void mergeRuns(const std::vector<std::unique_ptr<RunFile>>& runs, const std::function<void(const KeyedLine&)>& take)
 {
     std::vector<std::unique_ptr<LineSource>> sources;
+    sources.reserve(runs.size());
     for (const std::unique_ptr<RunFile>& run : runs) {
         sources.push_back(run->read());
     }

@@ -189,7 +189,7 @@ std::u32string Decompositions::charactersBeyond(char32_t c)
     const char32_t number = c - 0xAC00;
     std::u32string letters{0x1100 + number / 588, 0x1161 + number / 28 % 21};
     if (number % 28 != 0) {
-        letters += 0x11A7 + number % 28;
+        letters.push_back(0x11A7 + number % 28);
     }
     return letters;
 }
