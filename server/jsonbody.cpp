@@ -21,6 +21,8 @@ class Reader
 public:
     explicit Reader(WantedFields& wanted) : m_rWanted(wanted) {}
 
+    // The names are those that the library's parser calls.
+    // NOLINTBEGIN(readability-identifier-naming)
     bool null()
     {
         beginValue();
@@ -42,6 +44,7 @@ public:
     bool end_array() { return leave(); }
     template <typename Fault>
     bool parse_error(std::size_t byte, const std::string&, const Fault& fault);
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     enum Field
@@ -157,7 +160,8 @@ bool Reader::key(std::string& name)
 }
 
 template <typename Fault>
-bool Reader::parse_error(std::size_t byte, const std::string&, const Fault& fault)
+bool Reader::parse_error(std::size_t byte, const std::string&,  // NOLINT(readability-identifier-naming)
+                         const Fault& fault)
 {
     if (fault.id == kIdOfTooLarge) {
         throw Refusal{400, "bad-json", "The body has a number that is too large."};

@@ -42,7 +42,7 @@ public:
 
     /// The socket must not block. Throws when memory or what the system has runs out.
     Connection(Descriptor socket, Shared& shared);
-    ~Connection();
+    ~Connection() override;
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 

@@ -20,7 +20,7 @@ struct GrowingBody
 {
     using value_type = std::string;
 
-    class reader
+    class reader  // NOLINT(readability-identifier-naming): the name that Beast asks for
     {
     public:
         template <bool isRequest, class Fields>
