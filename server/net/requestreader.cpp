@@ -132,13 +132,14 @@ RequestReader::State RequestReader::read(boost::beast::flat_buffer& buffer)
 {
     auto& parser = m_pParser->m_tParser;
     while (!parser.is_done()) {
-        if (buffer.size() == 0) {
+        if (buffer.size() == 0 || (m_bLacksBytes && buffer.size() < leastBytes())) {
             return kNeedsMore;
         }
         Error error;
         const std::size_t taken = parser.put(buffer.data(), error);
         buffer.consume(taken);
         const bool needsMore = error == http::error::need_more;
+        m_bLacksBytes = needsMore;
         if (error && !needsMore) {
             return refuse(refusalOf(error));
         }
@@ -158,6 +159,14 @@ RequestReader::State RequestReader::read(boost::beast::flat_buffer& buffer)
         }
     }
     return kComplete;
+}
+
+/// Beast takes it for granted that whoever calls it again within the last chunk has the five bytes of "0\r\n\r\n". A
+/// chunked body that can be read has as many before it any time, so waiting for them holds nobody up.
+std::size_t RequestReader::leastBytes() const
+{
+    constexpr std::size_t kLastChunkBytes = 5;
+    return m_bHasHeader && m_pParser->m_tParser.chunked() ? kLastChunkBytes : 1;
 }
 
 /// All that counts of the header is taken here: what comes behind the body is not of it.

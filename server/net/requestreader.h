@@ -56,6 +56,7 @@ private:
 
     State refuse(Refusal refusal);
     State onHeader();
+    std::size_t leastBytes() const;
 
     const Access& m_rAccess;
     std::size_t m_nMostHeaderBytes;
@@ -64,6 +65,7 @@ private:
     HttpRequest m_tRequest;
     std::optional<Refusal> m_tRefusal;
     bool m_bHasHeader = false;
+    bool m_bLacksBytes = false;  ///< the parser said so of what is in the buffer
     bool m_bKeepAlive = false;
     bool m_bInvitationAwaited = false;
 };
